@@ -1,0 +1,26 @@
+# Settings that every target of the project shares, as one interface target: `velmo_settings`.
+
+add_library(velmo_settings INTERFACE)
+target_compile_features(velmo_settings INTERFACE cxx_std_20)
+
+# Host callbacks are functions of many shapes behind one pointer type, so casting them is the API's own way.
+target_compile_options(velmo_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wno-cast-function-type
+  $<$<BOOL:${VELMO_WERROR}>:-Werror>)
+
+if(VELMO_SANITIZE)
+  target_compile_options(velmo_settings INTERFACE
+    -fsanitize=${VELMO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(velmo_settings INTERFACE -fsanitize=${VELMO_SANITIZE})
+endif()
+
+# Makes `target` one of the project's libraries or programs: common settings, hidden symbols, position independence
+# (the static libraries end up in a plug-in), no compiler extensions.
+function(velmo_target target)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:velmo_settings>)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
