@@ -15,6 +15,25 @@ else()
   message(STATUS "Host API: the headers of host/include")
 endif()
 
+# How a plug-in finds the host's functions. Linux: left undefined, the loading program has them. macOS: looked up in
+# the host at load time. Windows: import libraries, the SDK's or our own from the host's lists of exported names.
 if(WIN32)
   target_compile_definitions(max_api INTERFACE WIN_VERSION)
+  if(MAX_SDK_BASE_DIR)
+    target_link_libraries(max_api INTERFACE ${support}/max-includes/x64/MaxAPI.lib ${support}/msp-includes/x64/MaxAudio.lib)
+  else()
+    foreach(library MaxAPI MaxAudio)
+      set(import_library ${PROJECT_BINARY_DIR}/lib${library}.dll.a)
+      add_custom_command(
+        OUTPUT ${import_library}
+        COMMAND ${CMAKE_DLLTOOL} --input-def ${PROJECT_SOURCE_DIR}/host/exports/${library}.def --output-lib ${import_library}
+        DEPENDS ${PROJECT_SOURCE_DIR}/host/exports/${library}.def
+        COMMENT "Making the import library of ${library}")
+      add_custom_target(${library}_import DEPENDS ${import_library})
+      add_dependencies(max_api ${library}_import)
+      target_link_libraries(max_api INTERFACE ${import_library})
+    endforeach()
+  endif()
+elseif(APPLE)
+  target_link_options(max_api INTERFACE -undefined dynamic_lookup)
 endif()

@@ -1,5 +1,6 @@
 # velmo_add_external(TARGET CLASS SOURCES...): a plug-in for the host, named CLASS with the platform's suffix and put
-# into the package's externals folder.
+# into the package's externals folder. It exports its entry points and nothing else, so that no copy of a library in
+# it meets another plug-in's or the host's.
 
 set(VELMO_PACKAGE_DIR ${PROJECT_BINARY_DIR}/package)
 
@@ -20,4 +21,29 @@ function(velmo_add_external target class)
     OUTPUT_NAME ${class}
     SUFFIX ${VELMO_EXTERNAL_SUFFIX}
     LIBRARY_OUTPUT_DIRECTORY ${VELMO_PACKAGE_DIR}/externals)
+  if(APPLE)
+    velmo_make_bundle(${target} ${class})
+  elseif(NOT WIN32)
+    set(exports ${PROJECT_SOURCE_DIR}/cmake/external_exports.map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
+  endif()
+endfunction()
+
+# macOS: a bundle folder with the property list and the type file that the host looks for.
+function(velmo_make_bundle target class)
+  set(VELMO_EXTERNAL_CLASS ${class})
+  string(REGEX REPLACE "[^A-Za-z0-9.-]" "" VELMO_EXTERNAL_IDENTIFIER "org.velmodsp.${class}")
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/Info.plist.in ${CMAKE_CURRENT_BINARY_DIR}/Info.plist @ONLY)
+  set_target_properties(${target} PROPERTIES
+    BUNDLE ON
+    BUNDLE_EXTENSION mxo
+    MACOSX_BUNDLE_INFO_PLIST ${CMAKE_CURRENT_BINARY_DIR}/Info.plist)
+  target_link_options(${target} PRIVATE -Wl,-exported_symbol,_main -Wl,-exported_symbol,_ext_main)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/PkgInfo "iLaX????")
+  add_custom_command(TARGET ${target} POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different
+            ${CMAKE_CURRENT_BINARY_DIR}/PkgInfo "$<TARGET_BUNDLE_CONTENT_DIR:${target}>/PkgInfo"
+    COMMAND codesign --force --sign - "$<TARGET_BUNDLE_DIR:${target}>"
+    VERBATIM)
 endfunction()

@@ -1,0 +1,18 @@
+# Cross-compiles for 64-bit Windows with mingw-w64. The C++ run-time is linked statically, so that a plug-in brings
+# no DLL that the host's folder does not have.
+
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+
+set(prefix x86_64-w64-mingw32)
+find_program(CMAKE_CXX_COMPILER NAMES ${prefix}-g++-posix ${prefix}-g++ REQUIRED)
+find_program(CMAKE_RC_COMPILER NAMES ${prefix}-windres)
+find_program(CMAKE_DLLTOOL NAMES ${prefix}-dlltool REQUIRED)
+
+set(CMAKE_FIND_ROOT_PATH /usr/${prefix})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")
