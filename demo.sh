@@ -1,0 +1,54 @@
+#!/bin/sh
+# From a bare machine to a repaired recording.
+#
+#   ./demo.sh [FILE]
+#
+# Installs what is needed, builds the release preset, takes FILE (WAV or AIFF; by default a spoken recording that a
+# system package brings), lets an unstable filter poison it with NaN and infinities, and repairs it with tesk.fixnan~
+# in velmohost. The three files are left in demo/.
+set -eu
+
+start=$(date +%s)
+input=${1:-/usr/share/sounds/alsa/Front_Center.wav}
+case $input in /*) ;; *) input=$PWD/$input ;; esac
+cd "$(dirname "$0")"
+
+step() { printf '\n== %s\n' "$*"; }
+show() { printf '$ %s\n' "$*"; "$@"; }
+
+step "Installing what is needed"
+scripts/install-packages.sh
+
+if [ ! -f "$input" ]; then
+    echo "demo.sh: no such file: $input" >&2
+    exit 1
+fi
+
+step "Building (release)"
+cmake --preset release >/dev/null
+cmake --build --preset release --target velmohost fixnan_tilde unstable_resonator bad_samples
+
+bin=build/release
+mkdir -p demo
+poisoned=demo/poisoned.wav
+repaired=demo/repaired.wav
+rm -f "$poisoned" "$repaired"  # what the last run of this demo left
+
+step "Poisoning the recording with a filter that becomes unstable"
+show $bin/examples/unstable_resonator "$input" "$poisoned"
+
+step "Bad samples before"
+show $bin/examples/bad_samples "$poisoned" || [ $? -eq 3 ]
+channels=$($bin/examples/bad_samples "$poisoned" | grep -c '^channel') || true
+
+step "Repairing it with tesk.fixnan~; what the Max window shows:"
+show $bin/velmohost run "tesk.fixnan~ @numchannels $channels" --in "$poisoned" --out "$repaired" \
+    --message "postdspstate"
+
+step "Bad samples after"
+show $bin/examples/bad_samples "$repaired"
+
+step "Done in $(($(date +%s) - start)) seconds"
+echo "recording: $input"
+echo "poisoned:  $PWD/$poisoned"
+echo "repaired:  $PWD/$repaired"

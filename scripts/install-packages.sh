@@ -1,0 +1,29 @@
+#!/bin/sh
+# Installs what building, testing and the demo need on Debian 12; what is there already is left alone.
+set -eu
+
+# The one list of packages.
+packages="
+    cmake ninja-build g++ clang binutils file
+    libcli11-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
+    alsa-utils
+"
+
+missing=""
+for package in $packages; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+done
+[ -n "$missing" ] || exit 0
+
+if ! command -v apt-get >/dev/null; then
+    echo "Please install with your system's package manager:$missing" >&2
+    exit 1
+fi
+as_root=""
+[ "$(id -u)" -eq 0 ] || as_root="sudo"
+
+echo "Installing:$missing"
+export DEBIAN_FRONTEND=noninteractive
+$as_root apt-get update -q
+$as_root apt-get install -q -y --no-install-recommends $missing
