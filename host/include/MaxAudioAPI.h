@@ -1,0 +1,5 @@
+#pragma once
+
+// The signal API under its second name.
+
+#include "z_dsp.h"
