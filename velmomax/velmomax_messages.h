@@ -1,0 +1,27 @@
+/// The service messages that every object of the suite answers. Main thread.
+#pragma once
+
+#include "velmomax_api.h"
+
+namespace velmomax {
+
+/// Adds the service messages to a class, with their documentation. After the class's documentation attributes were
+/// declared, since the documentation is kept on one of them.
+///
+///   version                   posts the version that the label of the attribute "externalversion" holds
+///   postattributes [name]     posts the value of one attribute, or of all that make up the object's state
+void AddCommonMethods(t_class* c) noexcept;
+
+/// Handler of "version".
+void postversion(t_object* x) noexcept;
+
+/// Handler of "postattributes".
+void postattributes(t_object* x, t_symbol* s, long argc, t_atom* argv) noexcept;
+
+/// Posts how many attributes make up the object's state, then each one's value, by name.
+void PostValueOfAllAttributes(t_object* x) noexcept;
+
+/// Posts the attribute's name and value; an error when `x` has no attribute of that name.
+void PostValueOfAttribute(t_object* x, t_symbol* name) noexcept;
+
+}  // namespace velmomax
