@@ -1,0 +1,172 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "TeskCatalogue.h"
+
+namespace Tesk {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+using Documentation = std::unique_ptr<MaxMspExternalDocumentation>;
+using Query = velmodsp::String (*)(const velmodsp::String&) noexcept;
+
+constexpr Query queries[] = {MaxMspExternalDocumentation::GetClassDigestAsString,
+                             MaxMspExternalDocumentation::GetClassDescriptionAsString,
+                             MaxMspExternalDocumentation::GetClassSeeAlsoAsString};
+
+// Asked while the program's statics are still being built, as a plug-in's own statics may do.
+const MaxMspExternal::Type typeAskedEarly = MaxMspExternal::GetExternal("tesk.fixnan~");
+
+Documentation Create(unsigned int number) {
+    return Documentation(MaxMspExternalDocumentation::create(static_cast<MaxMspExternal::Type>(number)));
+}
+
+/// What `query` prints on standard error for `name`; its answer must be empty.
+std::string PrintedFor(Query query, const char* name) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(query(name).Str(), "");
+    return testing::internal::GetCapturedStderr();
+}
+
+std::string WithoutEmbedded(const std::string& name) { return name.substr(0, name.rfind(".embedded")); }
+
+std::string LowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
+}
+
+TEST(MaxMspExternal, Has156NamesFor150NumbersWithoutGaps) {
+    EXPECT_EQ(typeAskedEarly, 44u);
+    std::set<unsigned int> numbers;
+    int withPrefix = 0;
+    std::vector<unsigned int> embeddedWithOwnNumber;
+    int aliases = 0;
+    for (const auto& [name, type] : MaxMspExternal::externalMap) {
+        SCOPED_TRACE(name);
+        numbers.insert(type);
+        if (name.Str().starts_with("tesk.")) ++withPrefix;
+        if (!name.Str().ends_with(".embedded")) continue;
+        const unsigned int base = MaxMspExternal::externalMap.at(WithoutEmbedded(name.Str()).c_str());
+        if (type == base)
+            ++aliases;
+        else
+            embeddedWithOwnNumber.push_back(type);
+    }
+    EXPECT_EQ(MaxMspExternal::externalMap.size(), 156u);
+    EXPECT_EQ(withPrefix, 154);
+    EXPECT_EQ(aliases, 6);
+    std::sort(embeddedWithOwnNumber.begin(), embeddedWithOwnNumber.end());
+    EXPECT_EQ(embeddedWithOwnNumber, (std::vector<unsigned int>{46, 80}));
+    EXPECT_EQ(numbers.size(), 150u);
+    EXPECT_EQ(*numbers.rbegin(), 149u);
+}
+
+TEST(MaxMspExternal, EveryNumberHasItsClassButTheTwoEmbeddedOnes) {
+    for (unsigned int number = 0; number < 150; ++number) {
+        const Documentation documentation = Create(number);
+        ASSERT_EQ(documentation == nullptr, number == 46 || number == 80) << number;
+        if (documentation) {
+            EXPECT_EQ(documentation->GetType(), number);
+        }
+    }
+    for (unsigned int number : {150u, 151u, 4294967295u}) EXPECT_EQ(Create(number), nullptr) << number;
+}
+
+TEST(MaxMspExternal, ClassesAreNamedAfterTheirObjects) {
+    const std::vector<std::pair<std::string, std::string>> classesAndNames = {
+#define TESK_OBJECT(Class, name, digest, description, seeAlso) {#Class, name},
+#include "TeskObjects.def"
+    };
+    EXPECT_EQ(classesAndNames.size(), 148u);
+    for (const auto& [className, name] : classesAndNames) {
+        std::string expected;
+        for (char c : name.substr(name.starts_with("tesk.") ? 5 : 0))
+            if (c != '.') expected += c == '~' ? std::string("tilda") : std::string(1, c);
+        EXPECT_EQ(LowerCase(className), expected);
+        EXPECT_TRUE(std::isupper(static_cast<unsigned char>(className[0]))) << className;
+        EXPECT_EQ(name.ends_with("~"), className.ends_with("Tilda")) << className;
+        EXPECT_EQ(name.ends_with(".control"), className.ends_with("Control")) << className;
+    }
+}
+
+TEST(MaxMspExternal, EveryObjectIsDocumentedInItsOwnWords) {
+    std::set<std::string> digests, descriptions;
+    for (const auto& [name, type] : MaxMspExternal::externalMap) {
+        SCOPED_TRACE(name);
+        const Documentation documentation = Create(type);
+        if (!documentation) continue;
+        const std::string digest = documentation->GetClassDigest().Str();
+        const std::string description = documentation->GetClassDescription().Str();
+        EXPECT_THAT(digest, EndsWith("."));
+        EXPECT_EQ(std::count(digest.begin(), digest.end(), '.'), 1) << "one sentence: " << digest;
+        EXPECT_THAT(description, StartsWith(WithoutEmbedded(name.Str()) + " "));
+        EXPECT_THAT(description, EndsWith("."));
+        for (char c : digest + description)  // the page writer escapes nothing
+            EXPECT_TRUE(c >= ' ' && c <= '~' && std::string("<>&\"").find(c) == std::string::npos) << c;
+        digests.insert(digest);
+        descriptions.insert(description);
+    }
+    EXPECT_EQ(digests.size(), 147u) << "only the two fixnan objects share one";
+    EXPECT_EQ(descriptions.size(), 148u);
+}
+
+TEST(MaxMspExternal, SeeAlsoNamesOtherObjectsOfTheCatalogue) {
+    for (const auto& [name, type] : MaxMspExternal::externalMap) {
+        const Documentation documentation = Create(type);
+        if (!documentation) continue;
+        std::istringstream list(" " + documentation->GetClassSeeAlso().Str());
+        std::set<std::string> seen;
+        for (std::string entry; std::getline(list, entry, ',');) {
+            SCOPED_TRACE(name + " see also" + entry.c_str());
+            ASSERT_THAT(entry, StartsWith(" "));
+            entry.erase(0, 1);
+            EXPECT_TRUE(MaxMspExternal::externalMap.contains(entry.c_str()));
+            EXPECT_NE(entry, WithoutEmbedded(name.Str()));
+            EXPECT_TRUE(seen.insert(entry).second) << "named twice";
+        }
+        EXPECT_FALSE(seen.empty()) << name;
+    }
+}
+
+TEST(MaxMspExternal, DescribesFixNaNByteForByte) {
+    EXPECT_EQ(MaxMspExternal::GetExternal("tesk.fixnan"), 43u);
+    EXPECT_EQ(MaxMspExternal::GetExternal("tesk.fixnan~"), 44u);
+    EXPECT_EQ(External::FixNaN().GetType(), 43u);
+    EXPECT_EQ(External::FixNaNTilda().GetType(), 44u);
+    const char* const expected[][2] = {
+        {"Filters out NaN or Inf.", "Filters out NaN or Inf."},
+        {"tesk.fixnan replaces NaN or Inf values.", "tesk.fixnan~ replaces NaN or Inf values in a signal."},
+        {"tesk.fixnan~, tesk.isnan~", "tesk.fixnan, tesk.isnan~"}};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(queries[i]("tesk.fixnan").Str(), expected[i][0]);
+        EXPECT_EQ(queries[i]("tesk.fixnan~").Str(), expected[i][1]);
+    }
+}
+
+TEST(MaxMspExternal, AnswersUnknownAndUndocumentedNamesNeutrally) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(MaxMspExternal::GetExternal("tesk.nothing~"), 0u);
+    const std::string printed = testing::internal::GetCapturedStderr();
+    EXPECT_THAT(printed, HasSubstr("unknwon external : tesk.nothing~\n"));
+    EXPECT_EQ(printed.find("unknwon"), printed.rfind("unknwon")) << "printed once: " << printed;
+
+    for (Query query : queries)
+        for (const char* name : {"tesk.nothing~", "", "tesk.freqresponse.embedded", "tesk.monitor.embedded"})
+            EXPECT_EQ(PrintedFor(query, name), "") << name;
+    EXPECT_EQ(MaxMspExternal::externalMap.size(), 156u) << "a query must not add names";
+}
+
+}  // namespace
+}  // namespace Tesk
