@@ -1,0 +1,138 @@
+#include "audiofiles/VelmoDspAudioFileWriter.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "audiofiles/VelmoDspAiffFileReader.h"
+#include "audiofiles/VelmoDspAiffFileWriter.h"
+#include "audiofiles/VelmoDspWavFileReader.h"
+#include "audiofiles/VelmoDspWavFileWriter.h"
+#include "files/VelmoDspFile.h"
+#include "text/VelmoDspStringArray.h"
+#include "utils/VelmoDspAudioBuffer.h"
+#include "utils/VelmoDspException.h"
+
+namespace velmodsp {
+namespace {
+
+constexpr const char* AudioFileWriterSource = "libvelmodsp/src/audiofiles/VelmoDspAudioFileWriter";
+constexpr unsigned long FramesPerBlock = 8192;
+constexpr unsigned int MaximumNumChannels = 65535;  // both formats count channels in 16 bits
+
+bool IsWritableSampleRate(double sampleRate) {
+    constexpr double rates[] = {4410, 8820, 11025, 22050, 32000, 44100, 48000, 88200, 96000, 176400, 192000};
+    return std::find(std::begin(rates), std::end(rates), sampleRate) != std::end(rates);
+}
+
+bool IsWritableDepth(int bits) { return bits == 8 || bits == 16 || bits == 24 || bits == 32; }
+
+/// @param unknownType what to say, before the path, of an extension that no writer has
+std::unique_ptr<AudioFileWriter> CreateWriterByExtension(const File& file, double sampleRate, unsigned int numChannels,
+                                                         int bitsPerSample, bool overwrite, const char* unknownType) {
+    const String path = file.GetFullPathName();
+    if (path.IsEmpty()) return nullptr;
+
+    StringArray extensions;
+    AiffFileReader::GetListOfPossibleExtensions(extensions);
+    if (file.HasOneOfTheseExtensions(extensions))
+        return AiffFileWriter::CreateWriterFor(file, sampleRate, numChannels, bitsPerSample, overwrite);
+    WavFileReader::GetListOfPossibleExtensions(extensions);
+    if (file.HasOneOfTheseExtensions(extensions))
+        return WavFileWriter::CreateWriterFor(file, sampleRate, numChannels, bitsPerSample, overwrite);
+
+    if (file.HasFileExtension(".mp3"))
+        throw Exception("MP3 encoding is not supported. Cannot write file : " + path, AudioFileWriterSource, __LINE__,
+                        true, false);
+    throw Exception(unknownType + path, AudioFileWriterSource, __LINE__, true, false);
+}
+
+}  // namespace
+
+std::unique_ptr<AudioFileWriter> AudioFileWriter::CreateWriterFor(const File& file, double sampleRate,
+                                                                  unsigned int numChannels, int bitsPerSample,
+                                                                  bool overwrite) {
+    return CreateWriterByExtension(file, sampleRate, numChannels, bitsPerSample, overwrite,
+                                   "Cannot determine file type : ");
+}
+
+std::unique_ptr<AudioFileWriter> AudioFileWriter::CreateWriterFor(const File& file, double sampleRate,
+                                                                  unsigned int numChannels, bool overwrite) {
+    return CreateWriterByExtension(file, sampleRate, numChannels, 32, overwrite, "Unknown audio format for file : ");
+}
+
+bool AudioFileWriter::Prepare(const File& file, double sampleRate, unsigned int numChannels, int bitsPerSample,
+                              bool overwrite) {
+    if (!IsWritableDepth(bitsPerSample))
+        throw Exception("Invalid bits depth : " + String(bitsPerSample), AudioFileWriterSource, __LINE__, true, false);
+    if (!IsWritableSampleRate(sampleRate))
+        throw Exception("Invalid samplerate : " + String(sampleRate), AudioFileWriterSource, __LINE__, true, false);
+    if (numChannels == 0 || numChannels > MaximumNumChannels)
+        throw Exception("Invalid number of channels : " + String(numChannels), AudioFileWriterSource, __LINE__, true,
+                        false);
+    return file.OverwriteIfNeeded(overwrite) && file.CreateDirectoryFor();
+}
+
+AudioFileWriter::AudioFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits)
+    : output(file) {
+    sampleRate = sampleRateInHz;
+    numChannels = channelCount;
+    bitsPerSample = static_cast<unsigned int>(bits);
+    headerPosition = static_cast<unsigned long long>(output.GetPosition());
+}
+
+bool AudioFileWriter::WriteSamples(const AudioBuffer& source, unsigned long sourceStartSample,
+                                   unsigned long numSamples) {
+    if (numSamples == 0) return true;
+    if (numChannels > source.GetNumChannels() || sourceStartSample > source.GetNumSamples() ||
+        numSamples > source.GetNumSamples() - sourceStartSample)
+        return false;
+
+    ResizeVector(channelPointers, numChannels + 1ul);
+    channelPointers[numChannels] = nullptr;
+    if (usesFloatingPointData) {
+        for (unsigned int k = 0; k < numChannels; ++k)
+            channelPointers[k] = reinterpret_cast<const int*>(source.GetChannel(k) + sourceStartSample);
+        return writeSamples(channelPointers.Data(), numSamples);
+    }
+
+    const unsigned long blockSize = std::min(numSamples, FramesPerBlock);
+    if (words.Size() < blockSize * numChannels) ResizeVector(words, blockSize * numChannels);
+    for (unsigned int k = 0; k < numChannels; ++k) channelPointers[k] = words.Data() + k * blockSize;
+    for (unsigned long done = 0; done < numSamples;) {
+        const unsigned long n = std::min(numSamples - done, blockSize);
+        for (unsigned int k = 0; k < numChannels; ++k)
+            ConvertFloatsToWords(source.GetChannel(k) + sourceStartSample + done, n, words.Data() + k * blockSize);
+        if (!writeSamples(channelPointers.Data(), n)) return false;
+        done += n;
+    }
+    return true;
+}
+
+bool AudioFileWriter::WriteInterleaved(SampleFormat format, const int** channels, unsigned long numSamples,
+                                       unsigned long long maxBytes) {
+    for (unsigned long done = 0; done < numSamples && !failed;) {
+        const unsigned long n = std::min(numSamples - done, FramesPerBlock);
+        if (n * GetBytesPerFrame() > maxBytes - bytesWritten || !WriteBlock(format, done, n, channels)) {
+            writeHeader();
+            failed = true;
+        }
+        done += n;
+    }
+    return !failed;
+}
+
+bool AudioFileWriter::WriteBlock(SampleFormat format, unsigned long firstSample, unsigned long numSamples,
+                                 const int** channels) {
+    const auto bytesPerFrame = static_cast<unsigned long>(GetBytesPerFrame());
+    const unsigned long numBytes = numSamples * bytesPerFrame;
+    if (interleaved.Size() < numBytes) ResizeVector(interleaved, numBytes);
+    for (unsigned int k = 0; k < numChannels; ++k)
+        EncodeChannel(format, channels[k] + firstSample, numSamples, bytesPerFrame,
+                      interleaved.Data() + k * BytesPerSample(format));
+    if (!output.Write(interleaved.Data(), numBytes)) return false;
+    bytesWritten += numBytes;
+    lengthInSamples += numSamples;
+    return true;
+}
+
+}  // namespace velmodsp
