@@ -10,9 +10,9 @@
 ///     PostRow(RowKind::Error, "tesk.fixnan~", "No such object");   // shown as "[error] tesk.fixnan~: No such object"
 ///     DrainMaxWindow();                                            // main thread: shows what other threads posted
 ///
-/// Rows of the main thread are shown at once. Rows of every other thread, above all the audio thread, wait in a queue of
-/// fixed size until the main thread drains it. A row that finds the queue full is counted, and the count is shown after
-/// the rows that did fit.
+/// Rows of the main thread are shown at once. Rows of every other thread, above all the audio thread, wait in a queue
+/// of fixed size until the main thread drains it. A row that finds the queue full is counted, and the count is shown
+/// after the rows that did fit.
 namespace velmohost {
 
 /// What a row is. `Console` rows belong to the system console rather than to the window: standard error shows them.
@@ -34,14 +34,17 @@ void PostFormattedRow(RowKind kind, const char* objectName, const char* format, 
 /// Shows the rows that wait, in the order in which they were posted, then how many were lost. Main thread.
 void DrainMaxWindow();
 
-/// Takes the rows in place of the standard output. Called on the main thread only.
+/// Shows a row on the standard output, `Console` rows on standard error, whatever sink is set. Main thread.
+void PrintRow(RowKind kind, const std::string& objectName, const std::string& text);
+
+/// Takes the rows in place of `PrintRow`. Called on the main thread only.
 using MaxWindowSink = std::function<void(RowKind kind, const std::string& objectName, const std::string& text)>;
 
-/// Sends the rows to `sink` from now on; an empty one brings the standard output back. Main thread.
+/// Sends the rows to `sink` from now on; an empty one brings `PrintRow` back. Main thread.
 void SetMaxWindowSink(MaxWindowSink sink);
 
-/// The row as the standard output shows it, without the line's end: "[error] NAME: TEXT", or "[error] TEXT" when the name
-/// is empty. Line breaks within the text become blanks, so that a row stays a line.
+/// The row as the standard output shows it, without the line's end: "[error] NAME: TEXT", or "[error] TEXT" when the
+/// name is empty. Line breaks within the text become blanks, so that a row stays a line.
 std::string FormatRow(RowKind kind, const std::string& objectName, const std::string& text);
 
 /// Prints a line of the window that is not a row, such as what left the dump outlet, to the standard output at once.
