@@ -1,0 +1,20 @@
+#include "box/Host.h"
+
+#include <filesystem>
+
+#include "box/DynamicLibrary.h"
+
+namespace velmohost {
+namespace {
+
+std::vector<std::filesystem::path> SearchOrder(const std::vector<std::string>& pluginFolders) {
+    std::vector<std::filesystem::path> folders(pluginFolders.begin(), pluginFolders.end());
+    for (auto& folder : GetPackageFolders(GetProgramFolder())) folders.push_back(std::move(folder));
+    return folders;
+}
+
+}  // namespace
+
+Host::Host(const std::vector<std::string>& pluginFolders) : loader(SearchOrder(pluginFolders)) {}
+
+}  // namespace velmohost
