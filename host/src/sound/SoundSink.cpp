@@ -1,0 +1,105 @@
+#include "sound/SoundSink.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "audiofiles/VelmoDspAiffFileReader.h"
+#include "sound/SoundError.h"
+#include "sound/SoundPath.h"
+#include "utils/VelmoDspException.h"
+
+namespace velmohost {
+namespace {
+
+namespace fs = std::filesystem;
+
+SoundError CannotWrite(const std::string& path, const std::string& reason) {
+    return SoundError("cannot write " + path + ": " + reason);
+}
+
+/// Follows links, so that the file behind one is replaced rather than the link.
+std::string ResolveLinks(const std::string& path) {
+    std::error_code error;
+    const fs::path resolved = fs::weakly_canonical(path, error);
+    return error ? path : resolved.string();
+}
+
+void CheckFinalPath(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::is_directory(status)) throw CannotWrite(path, "it is a folder");
+    if (fs::exists(status) && !fs::is_regular_file(status)) throw CannotWrite(path, "it is not a plain file");
+}
+
+/// A name of its own beside the final file, with the same extension: "out.wav" gives "out.part.wav".
+std::string FindTemporaryPath(const fs::path& path) {
+    std::error_code error;
+    fs::path candidate;
+    for (unsigned number = 1; number == 1 || fs::exists(fs::symlink_status(candidate, error)); ++number) {
+        const std::string mark = number == 1 ? ".part" : ".part" + std::to_string(number);
+        candidate = path.parent_path() / (path.stem().string() + mark + path.extension().string());
+    }
+    return candidate.string();
+}
+
+/// The sizes in an AIFF header have 32 bits; a WAV file turns into its large form by itself.
+void CheckLength(const SoundSink::Format& format) {
+    constexpr std::uint64_t kHeaderBytes = 54, kMaxBytes = 0xFFFFFFFF;
+    velmodsp::StringArray extensions;
+    velmodsp::AiffFileReader::GetListOfPossibleExtensions(extensions);
+    if (!LibraryFile(format.path).HasOneOfTheseExtensions(extensions)) return;
+    const std::uint64_t bytesPerFrame =
+        std::uint64_t{format.numChannels} * static_cast<unsigned>(format.bitsPerSample) / 8;
+    if (format.numFrames > (kMaxBytes - kHeaderBytes) / bytesPerFrame) {
+        throw CannotWrite(format.path, "an AIFF file holds 4 GB at most; use .wav");
+    }
+}
+
+std::unique_ptr<velmodsp::AudioFileWriter> CreateWriter(const SoundSink::Format& format, const std::string& path) {
+    try {
+        std::unique_ptr<velmodsp::AudioFileWriter> writer(velmodsp::AudioFileWriter::CreateWriterFor(
+            LibraryFile(path), format.samplerate, format.numChannels, format.bitsPerSample, false));
+        // The writer itself opens an unwritable place without complaint, and fails at the first sample.
+        if (writer && fs::exists(path)) return writer;
+    } catch (const std::exception& cause) {
+        throw CannotWrite(format.path, cause.what());
+    }
+    throw CannotWrite(format.path, "the file cannot be created");
+}
+
+}  // namespace
+
+SoundSink::SoundSink(const Format& format, unsigned long blockFrames)
+    : path(ResolveLinks(format.path)),
+      temporaryPath(FindTemporaryPath(path)),
+      block(format.numChannels, blockFrames, true) {
+    CheckFinalPath(path);
+    CheckLength(format);
+    writer = CreateWriter(format, temporaryPath);
+}
+
+SoundSink::~SoundSink() {
+    if (!writer) return;
+    writer.reset();
+    std::error_code error;
+    fs::remove(temporaryPath, error);
+}
+
+void SoundSink::WriteBlock(unsigned long numFrames) {
+    if (!writer->WriteSamples(block, 0, numFrames)) throw CannotWrite(path, "is the disk full?");
+}
+
+bool SoundSink::Finish() {
+    writer.reset();
+    try {
+        const bool replaces = fs::exists(path);
+        LibraryFile(path).OverwriteIfNeeded(true);
+        fs::rename(temporaryPath, path);
+        return replaces;
+    } catch (const std::exception& cause) {
+        throw CannotWrite(path, std::string(cause.what()) + "; the new sound is in " + temporaryPath);
+    }
+}
+
+}  // namespace velmohost

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "audiofiles/VelmoDspAudioFileReader.h"
+#include "utils/VelmoDspAudioBuffer.h"
+
+namespace velmohost {
+
+/// A sound file read block by block: its memory is one block, however long the file.
+///
+///     SoundSource source("in.wav", 4096);
+///     while (const unsigned long n = source.ReadBlock()) use(source.Channel(0), n);
+///
+/// Main thread.
+class SoundSource {
+public:
+    /// Opens `path` for blocks of at most `blockFrames` frames.
+    /// @throws SoundError when the file is missing, unreadable or not a sound file
+    SoundSource(const std::string& path, unsigned long blockFrames);
+
+    unsigned NumChannels() const { return reader->GetNumChannels(); }
+    double Samplerate() const { return reader->GetSampleRate(); }
+    std::uint64_t LengthInFrames() const { return reader->GetLengthInSamples(); }
+
+    /// Frames that the file's header promises but the file does not hold; they read as silence.
+    std::uint64_t NumMissingFrames() const { return numMissingFrames; }
+
+    /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end.
+    /// @throws SoundError when the file cannot be read
+    unsigned long ReadBlock(unsigned long maxFrames);
+
+    /// The last block's samples of a channel, valid until the next block is read.
+    const float* Channel(unsigned channel) const { return block.GetChannel(channel); }
+
+private:
+    const std::string path;
+    const unsigned long blockFrames;
+    std::unique_ptr<velmodsp::AudioFileReader> reader;
+    velmodsp::AudioBuffer block;
+    std::uint64_t position = 0;  // frames read so far
+    std::uint64_t numMissingFrames = 0;
+};
+
+}  // namespace velmohost
