@@ -1,0 +1,153 @@
+#include "commands/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <csignal>
+#include <exception>
+
+#include "audio/DspSettings.h"
+#include "commands/InfoCommand.h"
+#include "commands/Notice.h"
+#include "commands/RunCommand.h"
+#include "commands/UsageError.h"
+
+namespace velmohost {
+namespace {
+
+constexpr int kFailed = 1, kWrongUsage = 2;
+
+/// A number of seconds or Hz: finite, and not below `minimum` (or equal to it, when `aboveMinimum`).
+CLI::Validator Finite(double minimum, bool aboveMinimum) {
+    return CLI::Validator(
+        [minimum, aboveMinimum](const std::string& text) -> std::string {
+            double value = 0.0;
+            if (!CLI::detail::lexical_cast(text, value)) return "not a number: " + text;
+            if (!std::isfinite(value) || value < minimum || (aboveMinimum && value == minimum)) {
+                return "out of range: " + text;
+            }
+            return "";
+        },
+        "", "");
+}
+
+void AddPathOption(CLI::App& command, std::vector<std::string>& paths) {
+    command.add_option("--path", paths, "folder searched for plug-ins before the package's externals; may be repeated")
+        ->type_name("DIR")
+        ->allow_extra_args(false);
+}
+
+void AddBoxText(CLI::App& command, std::string& boxText) {
+    command.add_option("BOX", boxText, "what is typed into the object box: class name, arguments, @attribute values")
+        ->type_name("TEXT")
+        ->required();
+}
+
+void AddSoundOptions(CLI::App& run, RunOptions& options) {
+    auto* const in = run.add_option("--in", options.in, "sound file for the signal inlets, channel k to inlet k");
+    in->type_name("FILE");
+    run.add_option("--out", options.out, "sound file for the signal outlets, .wav or .aiff")->type_name("FILE");
+    run.add_option("--bits", options.bits, "bits of a sample in --out: 8, 16, 24 or 32")
+        ->type_name("N")
+        ->check(CLI::IsMember({8, 16, 24, 32}))
+        ->capture_default_str();
+    run.add_option("--seconds", options.seconds, "length without --in")
+        ->type_name("S")
+        ->check(Finite(0.0, false))
+        ->excludes(in)
+        ->capture_default_str();
+    run.add_option("--samplerate", options.samplerate, "sample rate without --in")
+        ->type_name("HZ")
+        ->check(Finite(0.0, true))
+        ->excludes(in)
+        ->capture_default_str();
+    run.add_option("--block", options.block, "samples of a signal vector")
+        ->type_name("N")
+        ->check(CLI::Range(1l, kMaxVectorSize))
+        ->capture_default_str();
+    run.add_option("--inlets", options.inlets,
+                   "connected signal inlets, e.g. 1,3-4 or none; default: those with a channel")
+        ->type_name("LIST");
+    run.add_option("--outlets", options.outlets, "connected signal outlets; default: all")->type_name("LIST");
+}
+
+void AddMessageOptions(CLI::App& run, RunOptions& options) {
+    run.add_option("--message", options.messages, "message sent before audio starts; may be repeated")
+        ->type_name("TEXT")
+        ->allow_extra_args(false);
+    run.add_option("--at", options.atTimes,
+                   "message sent at the first block boundary from that time on; may be repeated")
+        ->type_name("SECONDS TEXT")
+        ->allow_extra_args(false);
+}
+
+CLI::App& AddRun(CLI::App& app, RunOptions& options) {
+    CLI::App& run = *app.add_subcommand("run", "create the object, send it messages, stream sound through it");
+    AddBoxText(run, options.boxText);
+    AddSoundOptions(run, options);
+    AddMessageOptions(run, options);
+    AddPathOption(run, options.paths);
+    run.add_flag("--quiet", options.quiet, "no progress display (it is shown on a terminal only)");
+    return run;
+}
+
+CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
+    CLI::App& info = *app.add_subcommand("info", "tell what the object is: inlets, outlets, attributes, messages");
+    AddBoxText(info, options.boxText);
+    AddPathOption(info, options.paths);
+    return info;
+}
+
+/// Times of --at, which the option itself takes as any number.
+void CheckTimes(const RunOptions& options) {
+    for (const auto& [seconds, text] : options.atTimes) {
+        if (!std::isfinite(seconds) || seconds < 0.0) throw UsageError("--at takes a time of 0 seconds or more");
+    }
+}
+
+/// A write past a limit or into a closed pipe is to fail as an error that can be told, not to end the program.
+void KeepWriteErrorsFromEndingTheProgram() {
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
+#ifdef SIGPIPE
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
+
+int TellWrongUsage(const std::string& reason, const CLI::App* command) {
+    PrintNotice(reason);
+    PrintNotice("see velmohost" + std::string(command != nullptr ? " " + command->get_name() : "") + " --help");
+    return kWrongUsage;
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, char** argv) {
+    KeepWriteErrorsFromEndingTheProgram();
+    CLI::App app("velmohost: runs a Max object without Max", "velmohost");
+    app.require_subcommand(1);
+    RunOptions runOptions;
+    InfoOptions infoOptions;
+    CLI::App& run = AddRun(app, runOptions);
+    AddInfo(app, infoOptions);
+    const auto chosen = [&app]() -> const CLI::App* {
+        return app.get_subcommands().empty() ? nullptr : app.get_subcommands().front();
+    };
+    try {
+        app.parse(argc, argv);
+        if (!run.parsed()) return ShowInfo(infoOptions);
+        CheckTimes(runOptions);
+        return RunObject(runOptions);
+    } catch (const CLI::Success& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        return TellWrongUsage(error.what(), chosen());
+    } catch (const UsageError& error) {
+        return TellWrongUsage(error.what(), chosen());
+    } catch (const std::exception& error) {
+        PrintNotice(error.what());
+        return kFailed;
+    }
+}
+
+}  // namespace velmohost

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace velmohost {
+
+/// What `velmohost info` was asked for.
+struct InfoOptions {
+    std::string boxText;
+    std::vector<std::string> paths;  ///< --path: searched for plug-ins first
+};
+
+/// Creates the object and tells on the standard output what it is: digest, description, see-also, version, inlets and
+/// outlets, attributes, messages. Main thread.
+/// @returns the exit status: 0 when done, 1 when the object could not be created
+int ShowInfo(const InfoOptions& options);
+
+}  // namespace velmohost

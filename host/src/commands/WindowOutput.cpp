@@ -1,0 +1,51 @@
+#include "commands/WindowOutput.h"
+
+#include <string>
+
+#include "commands/Progress.h"
+#include "core/AtomText.h"
+#include "core/Objects.h"
+#include "ext_obex.h"
+#include "window/MainThread.h"
+#include "window/MaxWindow.h"
+
+namespace velmohost {
+namespace {
+
+bool IsDumpOutlet(t_object* owner, t_outlet* outlet) {
+    t_object* dumpOutlet = nullptr;
+    return object_obex_lookup(owner, gensym("dumpout"), &dumpOutlet) == MAX_ERR_NONE && dumpOutlet == outlet;
+}
+
+std::string FormatDump(t_symbol* selector, long ac, const t_atom* av) {
+    std::string line = std::string("[dumpout] ") + selector->s_name;
+    if (ac > 0) line += " " + AtomsToText(ac, av);
+    return line;
+}
+
+}  // namespace
+
+WindowOutput::WindowOutput(Progress& progress) {
+    SetMaxWindowSink([&progress](RowKind kind, const std::string& objectName, const std::string& text) {
+        progress.Hide();
+        PrintRow(kind, objectName, text);
+    });
+    SetOutletListener(
+        [&progress](t_object* owner, t_outlet* outlet, unsigned, t_symbol* selector, long ac, const t_atom* av) {
+            if (!IsMainThread()) {
+                return PostRow(RowKind::Bug, object_classname(owner)->s_name, "outlets are not for the audio thread");
+            }
+            if (!IsDumpOutlet(owner, outlet)) return;
+            DrainMaxWindow();  // what waits was posted earlier
+            progress.Hide();
+            PrintWindowLine(FormatDump(selector, ac, av));
+        });
+}
+
+WindowOutput::~WindowOutput() {
+    DrainMaxWindow();
+    SetOutletListener({});
+    SetMaxWindowSink({});
+}
+
+}  // namespace velmohost
