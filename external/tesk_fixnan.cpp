@@ -233,11 +233,9 @@ void tesk_fixnan_dsp(tesk_fixnan_t* x, t_object* dsp64, short* count, double sam
 void tesk_fixnan_perform(tesk_fixnan_t* x, t_object*, double** ins, long, double** outs, long, long sampleframes, long,
                          void*) {
     if (!x->engine) return;
-    const long mute = x->ob.mute.load(std::memory_order_relaxed);
-    const long bypass = x->ob.bypass.load(std::memory_order_relaxed);
     Guarded(x, [&] {
-        x->engine->Perform(outs, const_cast<const double**>(ins), static_cast<unsigned long>(sampleframes), mute,
-                           bypass, velmomax::GetDisabled(&x->ob));
+        x->engine->Perform(outs, const_cast<const double**>(ins), static_cast<unsigned long>(sampleframes),
+                           x->ob.mute.Load(), x->ob.bypass.Load(), velmomax::GetDisabled(&x->ob));
     });
 }
 

@@ -7,8 +7,8 @@ namespace velmomax {
 namespace {
 
 const char* processingState(const _VelmoMspObject* x) {
-    if (x->mute.load(std::memory_order_relaxed) == 1 || GetDisabled(x) != 0) return "dsp processing is muted";
-    if (x->bypass.load(std::memory_order_relaxed) == 1) return "dsp processing is bypassed";
+    if (x->mute.Load() == 1 || GetDisabled(x) != 0) return "dsp processing is muted";
+    if (x->bypass.Load() == 1) return "dsp processing is bypassed";
     return "dsp processing is enabled";
 }
 

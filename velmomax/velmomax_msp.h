@@ -1,9 +1,10 @@
 /// What signal objects of the suite share: the leading record, their messages, their inlets and outlets.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <type_traits>
+
+#include "dsp/VelmoDspSharedWord.h"
 
 #include "velmomax_api.h"
 
@@ -18,11 +19,11 @@ struct _VelmoMspObject {
     t_symbol* classdigest;
     t_symbol* externalversion;
     t_symbol* classseealso;
-    std::atomic<long> mute;    ///< 1: muted; set by any thread, read by the audio thread, both relaxed
-    std::atomic<long> bypass;  ///< 1: bypassed; as `mute`
+    velmodsp::SharedWord<long> mute;    ///< 1: muted; set by any thread, read by the audio thread
+    velmodsp::SharedWord<long> bypass;  ///< 1: bypassed; as `mute`
 };
 static_assert(std::is_standard_layout_v<_VelmoMspObject>, "attributes address fields by their byte offset");
-static_assert(sizeof(std::atomic<long>) == sizeof(long) && std::atomic<long>::is_always_lock_free);
+static_assert(sizeof(_VelmoMspObject::mute) == sizeof(long) && sizeof(_VelmoMspObject::bypass) == sizeof(long));
 
 /// The host's `z_disabled`: non-zero while the host has disabled the object. Any thread, real-time safe.
 inline long GetDisabled(const _VelmoMspObject* x) noexcept {
