@@ -1,0 +1,115 @@
+#include "dsp/VelmoDspFixNaN.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "support/Block.h"
+
+namespace velmodsp {
+namespace {
+
+using Samples = std::vector<float>;
+
+/// What listeners heard, in order.
+struct Log : FixNaNListener {
+    explicit Log(std::vector<std::string>& entries, const char* prefix = "") : heard(entries), who(prefix) {}
+    void NaNOccured(const String& channelName) override { heard.push_back(who + channelName.Str()); }
+    std::vector<std::string>& heard;
+    std::string who;
+};
+
+Samples Repair(FixNaN& repair, Samples in, std::size_t blockSize = 1000) {
+    for (std::size_t start = 0; start < in.size(); start += blockSize) {
+        repair.Process(&in[start], &in[start], std::min(blockSize, in.size() - start));
+    }
+    return in;
+}
+
+TEST(FixNaN, ReplacesExactlyTheSamplesThatAreNotFiniteAndPassesTheOthersBitForBit) {
+    const std::vector<std::uint32_t> finite{0x00000000, 0x80000000, 0x00000001, 0x807fffff,  // zeros and subnormals
+                                            0x3f800000, 0xc2f6e979, 0x7f7fffff, 0xff7fffff};
+    const std::vector<std::uint32_t> bad{0x7f800000, 0xff800000,                           // infinities
+                                         0x7fc00000, 0xffc00000, 0x7f800001, 0xffffffff};  // quiet and signalling NaN
+    for (const char* mode : {"givenvalue", "lastvalue"}) {
+        FixNaN repair;
+        repair.SetMode(mode);
+        repair.SetReplacementValue(0.5f);
+        Samples in, out;
+        for (std::uint32_t good : finite) {
+            for (std::uint32_t x : bad) in.insert(in.end(), {std::bit_cast<float>(good), std::bit_cast<float>(x)});
+        }
+        out.resize(in.size());
+        repair.Process(out.data(), in.data(), in.size());
+        for (std::size_t i = 0; i < in.size(); i += 2) {
+            const auto good = std::bit_cast<std::uint32_t>(in[i]);
+            const auto replacement = std::string(mode) == "lastvalue" ? good : std::bit_cast<std::uint32_t>(0.5f);
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(out[i]), good) << mode << i;
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(out[i + 1]), replacement) << mode << i;
+        }
+    }
+}
+
+TEST(FixNaN, HoldsTheLastFiniteSampleAcrossBlocksOfAnyLength) {
+    for (std::size_t blockSize : {1u, 2u, 3u, 100u}) {
+        FixNaN repair;
+        EXPECT_EQ(Repair(repair, {NAN, 1, NAN, INFINITY, 2, -INFINITY, NAN, 3}, blockSize),
+                  (Samples{0, 1, 1, 1, 2, 2, 2, 3}));
+    }
+}
+
+TEST(FixNaN, KeepsTheLastValueWhileAnotherModeRuns) {
+    FixNaN repair;
+    Repair(repair, {7});
+    repair.SetMode("givenvalue");
+    repair.SetReplacementValue(0.5f);
+    EXPECT_EQ(Repair(repair, {-INFINITY, 3, NAN}), (Samples{0.5f, 3, 0.5f}));
+    repair.Rearm();
+    for (const char* fallback : {"lastvalue", "LastValue", "", "givenvalue "}) {
+        repair.SetMode("givenvalue");
+        repair.SetMode(fallback);
+        EXPECT_EQ(Repair(repair, {NAN}), Samples{7}) << fallback;
+    }
+}
+
+TEST(FixNaN, ReportsTheFirstBadSampleOnceToEveryListenerInOrder) {
+    std::vector<std::string> heard;
+    Log first(heard, "first "), second(heard, "second "), third(heard, "third ");
+    FixNaN repair;
+    repair.SetName("left");
+    for (FixNaNListener* listener : {&first, &third, &second, &first, static_cast<Log*>(nullptr)}) {
+        repair.AddListener(listener);
+    }
+    repair.RemoveListener(&third);
+    repair.RemoveListener(&third);
+    Repair(repair, {1, 2});
+    EXPECT_TRUE(heard.empty());
+    Repair(repair, {1, NAN, INFINITY, NAN}, 2);
+    EXPECT_EQ(heard, (std::vector<std::string>{"first left", "second left"}));
+    repair.SetMode("givenvalue");
+    Repair(repair, {NAN});
+    EXPECT_EQ(heard.size(), 2u) << "a change of mode does not re-arm";
+    repair.Rearm();
+    Repair(repair, {NAN, NAN});
+    EXPECT_EQ(heard.size(), 4u);
+}
+
+TEST(FixNaN, IsMutedWhileItsInletIsUnconnected) {
+    FixNaN repair;
+    Block<float> in({{NAN, 1, 2}});
+    for (const auto& [inlet, outlet, expected] :
+         {std::tuple<short, short, Samples>{1, 0, {0, 1, 2}}, {0, 1, {0, 0, 0}}, {0, 0, {9, 9, 9}}}) {
+        Block<float> out(1, 3, 9.0f);
+        const short count[]{inlet, outlet};
+        repair.SetInletsAndOutletsStatus(count);
+        static_cast<SignalProcessing&>(repair).Process(out.Outs(), in.Ins(), 3);
+        EXPECT_EQ(out[0], expected);
+    }
+}
+
+}  // namespace
+}  // namespace velmodsp

@@ -1,0 +1,89 @@
+#include "dsp/VelmoDspMultiFixNaN.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "support/Block.h"
+
+namespace velmodsp {
+namespace {
+
+using Samples = std::vector<float>;
+
+struct Recorder : FixNaNListener {
+    void NaNOccured(const String& channelName) override { heard.push_back(channelName.Str()); }
+    std::vector<std::string> heard;
+};
+
+struct Thrower : FixNaNListener {
+    void NaNOccured(const String&) override { throw 1; }
+};
+
+/// An engine with every inlet and outlet connected.
+struct Engine : MultiFixNaN {
+    explicit Engine(unsigned int n) : MultiFixNaN(n) { SetInletsAndOutletsStatus(std::vector<short>(2 * n, 1).data()); }
+};
+
+TEST(MultiFixNaN, RepairsEveryConnectedChannelOnItsOwnAndClearsTheOthers) {
+    Engine engine(3);
+    const short count[]{0, 1, 1, 1, 1, 1};
+    engine.SetInletsAndOutletsStatus(count);
+    Block<float> in({{1, 1, 1}, {NAN, 2, NAN}, {3, INFINITY, 4}}), out(3, 3, 9.0f);
+    engine.Process(out.Outs(), in.Ins(), 3);
+    EXPECT_EQ(out.channels, (std::vector<Samples>{{0, 0, 0}, {0, 2, 2}, {3, 3, 4}}));
+    engine.SetMode("givenvalue");
+    engine.SetReplacementValue(0.25f);
+    engine.Process(out.Outs(), in.Ins(), 3);
+    EXPECT_EQ(out.channels, (std::vector<Samples>{{0, 0, 0}, {0.25f, 2, 0.25f}, {3, 0.25f, 4}}));
+}
+
+TEST(MultiFixNaN, NamesEachChannelOnceUntilReset) {
+    Engine engine(250);
+    Recorder listener, removed;
+    for (FixNaNListener* l : {&listener, &removed, &listener}) engine.AddListener(l);
+    engine.RemoveListener(&removed);
+    Block<float> in(250, 2), out(250, 2);
+    const auto process = [&] { engine.Process(out.Outs(), in.Ins(), 2); };
+    process();
+    EXPECT_TRUE(listener.heard.empty());
+    in[1][0] = in[249][1] = NAN;
+    process();
+    process();
+    EXPECT_EQ(listener.heard, (std::vector<std::string>{"Channel #2", "Channel #250"}));
+    in[0][0] = INFINITY;
+    process();
+    EXPECT_EQ(listener.heard.size(), 3u) << "the other channels' reports do not disarm the first";
+    engine.Reset();
+    process();
+    EXPECT_EQ(std::vector<std::string>(listener.heard.begin() + 2, listener.heard.end()),
+              (std::vector<std::string>{"Channel #1", "Channel #1", "Channel #2", "Channel #250"}));
+    EXPECT_TRUE(removed.heard.empty());
+}
+
+TEST(MultiFixNaN, RepairsTheHostsBlocksInPlaceAndWhatDoesNotFitInto32Bits) {
+    Engine engine(2);
+    engine.Configure(48000.0f, 4, true);
+    Block<double> block({{1e300, 0.1, -1e300, NAN}, {5, 6, 7, INFINITY}});
+    engine.Perform(block.Outs(), block.Ins(), 4, 0, 0, 0);
+    EXPECT_EQ(block.channels, (std::vector<std::vector<double>>{{0, 0.1f, 0.1f, 0.1f}, {5, 6, 7, 7}}));
+}
+
+TEST(MultiFixNaN, MayHaveNoChannels) {
+    MultiFixNaN engine(0);
+    engine.Configure(48000.0f, 64, true);
+    engine.Perform(nullptr, nullptr, 64, 0, 0, 0);
+    EXPECT_EQ(engine.GetNumChannels(), 0u);
+}
+
+TEST(MultiFixNaNDeathTest, EndsTheProcessWhenAListenerThrows) {
+    Engine engine(1);
+    Thrower listener;
+    engine.AddListener(&listener);
+    Block<float> block(1, 1, NAN);
+    EXPECT_DEATH(engine.Process(block.Outs(), block.Ins(), 1), "");
+}
+
+}  // namespace
+}  // namespace velmodsp

@@ -1,0 +1,230 @@
+#include "dsp/VelmoDspSignalProcessing.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <numbers>
+#include <sstream>
+#include <vector>
+
+#include "platform/VelmoDspFloatingPointControl.h"
+#include "support/Block.h"
+#include "utils/VelmoDspException.h"
+
+namespace velmodsp {
+namespace {
+
+/// Writes every input times `gain`, of the last one where there are more outputs, and counts what it is asked for.
+struct Gain : SignalProcessing {
+    Gain(unsigned int ins, unsigned int outs, float factor = 2.0f) : SignalProcessing(ins, outs), gain(factor) {}
+    void Process(float** outs, const float** ins, unsigned long n) override {
+        framesProcessed += n;
+        for (unsigned int k = 0; k < GetNumOutputs(); ++k) {
+            for (unsigned long i = 0; i < n; ++i) outs[k][i] = gain * ins[std::min(k, GetNumInputs() - 1)][i];
+        }
+    }
+    void Clear() override { ++clears; }
+
+    float gain;
+    unsigned long framesProcessed = 0;
+    int clears = 0;
+};
+
+template <class Thrown>
+struct Thrower : SignalProcessing {
+    explicit Thrower(Thrown exception) : SignalProcessing(0, 0), thrown(exception) {}
+    void Process(float**, const float**, unsigned long) override { throw thrown; }
+    void Clear() override { throw thrown; }
+    Thrown thrown;
+};
+
+void Connect(SignalProcessing& processor, std::vector<short> count) {
+    processor.SetInletsAndOutletsStatus(count.data());
+}
+
+TEST(SignalProcessing, ConfiguresOnlyWhenSomethingChangedOrItMust) {
+    struct Row {
+        float samplerate;
+        unsigned int blockSize;
+        bool force;
+        int clears;
+        float expectedSamplerate;
+        unsigned int expectedBlockSize;
+    };
+    const ScopedFloatingPointControl restoreAtEnd;
+    const auto flush = FloatingPointControl::FlushDenormalsBits;
+    Gain processor(1, 1);
+    for (const Row& row : {Row{44100, 512, false, 0, 44100, 512}, Row{44100, 512, true, 1, 44100, 512},
+                           Row{48000, 512, false, 2, 48000, 512}, Row{48000, 64, false, 3, 48000, 64},
+                           Row{48000, 64, false, 3, 48000, 64}, Row{0, 0, true, 4, 44100, 512}}) {
+        FloatingPointControl::Set(FloatingPointControl::Get() & ~flush);
+        processor.Configure(row.samplerate, row.blockSize, row.force);
+        EXPECT_EQ(processor.GetSamplerate(), row.expectedSamplerate);
+        EXPECT_EQ(processor.GetMaxBlockSize(), row.expectedBlockSize);
+        EXPECT_EQ(processor.clears, row.clears);
+        EXPECT_EQ(FloatingPointControl::Get() & flush, flush);
+    }
+}
+
+TEST(SignalProcessing, ChoosesBetweenProcessingMuteBypassAndNothing) {
+    enum Result { Processed, Muted, Bypassed, Untouched };
+    struct Row {
+        long mute, bypass, disabled;
+        Result result;
+    };
+    // Two inputs, of which the second is unconnected, and three outputs, of which the second is unconnected.
+    Gain processor(2, 3);
+    Connect(processor, {1, 0, 1, 0, 1});
+    processor.Configure(48000, 2, true);
+    for (const Row& row : {Row{0, 0, 0, Processed}, Row{1, 0, 0, Muted}, Row{0, 0, 1, Muted}, Row{1, 1, 0, Muted},
+                           Row{2, 3, 1, Muted}, Row{0, 1, 0, Bypassed}, Row{2, 1, 0, Bypassed}, Row{0, 1, -1, Bypassed},
+                           Row{2, 0, 0, Untouched}, Row{0, 3, 0, Untouched}, Row{0, 0, -1, Untouched}}) {
+        const auto expect = [&](auto sample) {
+            using Channels = std::vector<std::vector<decltype(sample)>>;
+            switch (row.result) {
+                case Processed:
+                    return Channels{{0.5, 1}, {1.5, 1.5}, {1.5, 1.5}};
+                case Muted:
+                    return Channels{{0, 0}, {9, 9}, {0, 0}};
+                case Bypassed:
+                    return Channels{{0.25, 0.5}, {9, 9}, {0, 0}};
+                default:
+                    return Channels{{9, 9}, {9, 9}, {9, 9}};
+            }
+        };
+        Block<float> in({{0.25f, 0.5f}, {0.75f, 0.75f}}), out(3, 2, 9.0f);
+        processor.performInternal(out.Outs(), in.Ins(), 2, row.mute, row.bypass, row.disabled);
+        EXPECT_EQ(out.channels, expect(0.0f)) << row.mute << row.bypass << row.disabled;
+        Block<double> hostIn({{0.25, 0.5}, {0.75, 0.75}}), hostOut(3, 2, 9.0);
+        processor.Perform(hostOut.Outs(), hostIn.Ins(), 2, row.mute, row.bypass, row.disabled);
+        EXPECT_EQ(hostOut.channels, expect(0.0)) << row.mute << row.bypass << row.disabled;
+    }
+    EXPECT_EQ(processor.framesProcessed, 4u);
+    Block<double> in({{1, 2}, {3, 4}}), out(3, 2, 9.0);
+    processor.Bypass(out.Outs(), in.Ins(), 2);
+    EXPECT_EQ(out.channels, (std::vector<std::vector<double>>{{1, 2}, {9, 9}, {0, 0}})) << "the host's own samples";
+}
+
+TEST(SignalProcessing, LeavesEverythingAloneWhileNoOutputIsConnected) {
+    Gain processor(1, 1);
+    Connect(processor, {1, 0});
+    Block<double> in({{1, 2}}), out(1, 2, 9.0);
+    processor.Perform(out.Outs(), in.Ins(), 2, 0, 0, 0);
+    EXPECT_EQ(out[0], (std::vector<double>{9, 9}));
+    EXPECT_EQ(processor.framesProcessed, 0u);
+}
+
+TEST(SignalProcessing, TakesBlocksOfAnyLengthAndANewNumberOfInputs) {
+    Gain processor(1, 1);
+    processor.Configure(48000, 4, true);
+    const auto perform = [&](std::size_t n) {
+        Block<double> in(processor.GetNumInputs(), n, 1.5), out(1, n);
+        processor.Perform(out.Outs(), in.Ins(), n, 0, 0, 0);
+        return out[0] == std::vector<double>(n, 3.0);
+    };
+    Connect(processor, {1, 1});
+    for (std::size_t n : {4u, 1u, 0u, 100u, 3u}) EXPECT_TRUE(perform(n)) << n;
+    processor.SetNumInputs(5);
+    EXPECT_TRUE(perform(100));
+    EXPECT_STREQ(processor.GetInputDescription(4).C_Str(), "input #5");
+    EXPECT_STREQ(processor.GetInputDescription(5).C_Str(), "");
+    EXPECT_STREQ(processor.GetInputDescription(-1).C_Str(), "");
+    EXPECT_STREQ(processor.GetOutputDescription(0).C_Str(), "output #1");
+    EXPECT_STREQ(processor.GetOutputDescription(1).C_Str(), "dumpout");
+}
+
+TEST(SignalProcessing, RunsAtHalfRateWithADelayOfTenSamples) {
+    Gain processor(2, 2, 1.0f);
+    Connect(processor, {1, 1, 1, 1});
+    processor.SetDownsampling(true);
+    processor.Configure(48000, 64, true);
+    EXPECT_EQ(processor.GetSamplerate(), 24000.0f);
+    EXPECT_EQ(processor.GetMaxBlockSize(), 32u);
+    const auto sine = [](std::size_t k, std::size_t i) {
+        return std::sin(2 * std::numbers::pi * static_cast<double>((k + 1) * i) / 480.0);  // 100 and 200 Hz
+    };
+    for (std::size_t start = 0; start < 640; start += 64) {
+        Block<double> in(2, 64), out(2, 64);
+        for (std::size_t i = 0; i < 128; ++i) in[i / 64][i % 64] = sine(i / 64, start + i % 64);
+        processor.Perform(out.Outs(), in.Ins(), 64, 0, 0, 0);
+        // The first 30 samples hold the resamplers' start from silence.
+        for (std::size_t i = start == 0 ? 30 : 0; i < 64; ++i) {
+            for (std::size_t k : {0u, 1u}) ASSERT_NEAR(out[k][i], sine(k, start + i - 10), 1e-3) << k << ", " << i;
+        }
+    }
+    EXPECT_EQ(processor.framesProcessed, 320u);
+}
+
+TEST(SignalProcessing, IsSilentAtHalfRateUntilConfiguredForTheBlockAndSafeInOddBlocks) {
+    Gain processor(1, 1, 1.0f);
+    Connect(processor, {1, 1});
+    const auto perform = [&](std::size_t n) {
+        Block<double> in(processor.GetNumInputs(), n, 1.0), out(1, n, 9.0);
+        for (int block = 0; block < 20; ++block) processor.Perform(out.Outs(), in.Ins(), n, 0, 0, 0);
+        return out[0];
+    };
+    processor.SetDownsampling(true);
+    EXPECT_EQ(perform(7), std::vector<double>(7, 0.0));
+    processor.Configure(48000, 7, true);
+    EXPECT_EQ(perform(8), std::vector<double>(8, 0.0));
+    for (double y : perform(7)) EXPECT_NEAR(y, 1.0, 1e-6);
+    processor.SetNumInputs(2);
+    EXPECT_EQ(perform(7), std::vector<double>(7, 0.0));
+    processor.Configure(48000, 7, true);
+    for (double y : perform(7)) EXPECT_NEAR(y, 1.0, 1e-6);
+    processor.Configure(48000, 1, true);
+    EXPECT_EQ(perform(1).size(), 1u);
+}
+
+TEST(SignalProcessing, PrintsItsStatus) {
+    Gain processor(3, 2);
+    const auto status = [&] {
+        std::ostringstream text;
+        processor.PrintDspStatus(text);
+        return text.str();
+    };
+    Connect(processor, {1, 0, 1, 0, 1});
+    EXPECT_EQ(status(),
+              "samplerate           : 44.1 kHz\n"
+              "buffersize           : 512\n"
+              "downsampling         : false\n"
+              "numinputs connected  : 2 / 3\n"
+              "auto-mute is disabled\n"
+              "numoutputs connected : 1 / 2\n");
+
+    processor.SetDownsampling(true);
+    processor.Configure(96000, 2048, true);
+    processor.SetAutoMuteThreshold(1.5f);  // 72000 samples
+    Block<double> silence(3, 60000), out(2, 60000);
+    processor.Perform(out.Outs(), silence.Ins(), 60000, 0, 0, 0);
+    EXPECT_EQ(status().find("inactivity"), std::string::npos) << "not yet silent for the threshold";
+    processor.Perform(out.Outs(), silence.Ins(), 60000, 0, 0, 0);
+    EXPECT_EQ(status(),
+              "samplerate           : 48 kHz\n"
+              "buffersize           : 1024\n"
+              "downsampling         : true\n"
+              "numinputs connected  : 2 / 3\n"
+              "numinputs active     : 0 / 3\n"
+              "auto-mute threshold  : 1.5 sec\n"
+              "inactivity period   >= 1500 msec\n"
+              "numoutputs connected : 1 / 2\n");
+    StringArray lines;
+    lines.PushBack("old");
+    processor.PrintDspStatus(lines);
+    ASSERT_EQ(lines.Size(), 8u);
+    EXPECT_STREQ(lines[6].C_Str(), "inactivity period   >= 1500 msec");
+}
+
+TEST(SignalProcessingDeathTest, LetsOnlyTheLibrarysExceptionsThrough) {
+    const Exception own(String("on purpose"), "SignalProcessingTest", 1, false, false);
+    Thrower<Exception> throwsOwn(own);
+    EXPECT_THROW(throwsOwn.Configure(48000, 64, true), Exception);
+    EXPECT_THROW(throwsOwn.Perform(nullptr, nullptr, 0, 0, 0, 0), Exception);
+    Thrower<std::bad_alloc> throwsForeign{std::bad_alloc()};
+    EXPECT_DEATH(throwsForeign.Configure(48000, 64, true), "");
+    EXPECT_DEATH(throwsForeign.Perform(nullptr, nullptr, 0, 0, 0, 0), "");
+}
+
+}  // namespace
+}  // namespace velmodsp

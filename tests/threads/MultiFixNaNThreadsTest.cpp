@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "dsp/VelmoDspMultiFixNaN.h"
+#include "support/Block.h"
+
+namespace velmodsp {
+namespace {
+
+constexpr unsigned int NumChannels = 3;
+constexpr std::size_t BlockSize = 32;
+constexpr int NumRounds = 3000;
+constexpr std::array<float, 3> Replacements{0.25f, -0.5f, 1000.0f};
+
+struct Counter : FixNaNListener {
+    void NaNOccured(const String&) override { count.fetch_add(1, std::memory_order_relaxed); }
+    std::atomic<int> count{0};
+};
+
+/// The words through which an object's main thread mutes and bypasses it.
+struct Controls {
+    std::atomic<long> mute{0}, bypass{0}, disabled{0};
+    std::atomic<bool> stop{false};
+};
+
+// Channel k carries k + 1 and every third sample is bad, so each output sample has few right values.
+bool IsRightOutput(double y, std::size_t k, bool bypassed) {
+    const std::set<double> right{0.0, static_cast<double>(k + 1), Replacements[0], Replacements[1], Replacements[2]};
+    return right.count(y) > 0 || (bypassed && !std::isfinite(y));
+}
+
+/// Runs blocks until it is told to stop and counts wrong samples.
+void RunAudio(MultiFixNaN& engine, const Controls& controls, std::atomic<int>& wrong, std::atomic<int>& blocks) {
+    Block<double> in(NumChannels, BlockSize), out(NumChannels, BlockSize);
+    for (std::size_t k = 0; k < NumChannels; ++k) {
+        for (std::size_t i = 0; i < BlockSize; ++i) in[k][i] = i % 3 == 0 ? NAN : static_cast<double>(k + 1);
+    }
+    while (!controls.stop.load()) {
+        const long mute = controls.mute.load(), bypass = controls.bypass.load(), disabled = controls.disabled.load();
+        engine.Perform(out.Outs(), in.Ins(), BlockSize, mute, bypass, disabled);
+        for (std::size_t k = 0; k < NumChannels; ++k) {
+            for (double y : out[k]) wrong += !IsRightOutput(y, k, bypass != 0);
+        }
+        ++blocks;
+    }
+}
+
+TEST(MultiFixNaNThreads, PerformsWhileAnotherThreadSetsEverything) {
+    MultiFixNaN engine(NumChannels);
+    Counter listener;
+    engine.AddListener(&listener);
+    engine.Configure(48000.0f, BlockSize, true);
+    const std::array<short, 2 * NumChannels> count{1, 1, 1, 1, 1, 1};
+    engine.SetInletsAndOutletsStatus(count.data());
+
+    Controls controls;
+    std::atomic<int> wrong{0}, blocks{0};
+    std::thread audio([&] { RunAudio(engine, controls, wrong, blocks); });
+    int resets = 0;
+    for (int round = 0; round < NumRounds || blocks.load() < NumRounds; ++round) {
+        engine.SetMode(round % 2 == 0 ? "givenvalue" : "lastvalue");
+        engine.SetReplacementValue(Replacements[static_cast<std::size_t>(round) % Replacements.size()]);
+        engine.EnableAutoMute(round % 5 == 0);
+        engine.SetAutoMuteThreshold(static_cast<float>(round % 7));
+        controls.mute.store(round % 11 == 0);
+        controls.bypass.store(round % 13 == 0);
+        controls.disabled.store(round % 17 == 0);
+        if (round % 19 == 0) {
+            engine.Reset();
+            ++resets;
+        }
+        std::ostringstream status;
+        engine.PrintDspStatus(status);
+    }
+    controls.stop.store(true);
+    audio.join();
+
+    EXPECT_EQ(wrong.load(), 0);
+    EXPECT_GE(listener.count.load(), static_cast<int>(NumChannels)) << "the first bad sample of each channel";
+    EXPECT_LE(listener.count.load(), static_cast<int>(NumChannels) * (resets + 1));
+}
+
+}  // namespace
+}  // namespace velmodsp
