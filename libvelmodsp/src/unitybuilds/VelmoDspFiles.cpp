@@ -1,0 +1,6 @@
+// The area files/ as one unit.
+
+#include "files/VelmoDspFile.cpp"
+#include "files/VelmoDspFileHandle.cpp"
+#include "files/VelmoDspFileReader.cpp"
+#include "files/VelmoDspFileWriter.cpp"
