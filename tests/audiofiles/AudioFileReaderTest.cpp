@@ -1,0 +1,331 @@
+#include "audiofiles/VelmoDspAudioFileReader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+
+#include "audiofiles/FileBytes.h"
+#include "audiofiles/VelmoDspAiffFileReader.h"
+#include "audiofiles/VelmoDspWavFileReader.h"
+#include "files/VelmoDspFile.h"
+#include "support/TempFolder.h"
+#include "text/VelmoDspStringArray.h"
+#include "utils/VelmoDspAudioBuffer.h"
+#include "utils/VelmoDspException.h"
+
+namespace velmodsp {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using Samples = std::vector<float>;
+
+constexpr float Untouched = 77.0f;
+
+Bytes WavFormat(unsigned int tag, unsigned int channels, unsigned int rate, unsigned int bits) {
+    return RiffChunk("fmt ", Le16(tag) + Le16(channels) + Le32(rate) + Le32(rate * channels * bits / 8) +
+                                 Le16(channels * bits / 8) + Le16(bits));
+}
+
+Bytes Riff(const Bytes& chunks) { return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks; }
+
+Bytes Wav(unsigned int tag, unsigned int channels, unsigned int bits, const Bytes& data) {
+    return Riff(WavFormat(tag, channels, 48000, bits) + RiffChunk("data", data));
+}
+
+const Bytes Rate44100 = {0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
+
+/// @param compression four characters of AIFF-C, or "" for plain AIFF
+Bytes AiffCommon(unsigned int channels, unsigned int frames, unsigned int bits, const std::string& compression = "",
+                 const Bytes& rate = Rate44100) {
+    return AiffChunk("COMM", Be16(channels) + Be32(frames) + Be16(bits) + rate + Text(compression));
+}
+
+Bytes AiffSound(const Bytes& data) { return AiffChunk("SSND", Be32(0) + Be32(0) + data); }
+
+Bytes Form(const std::string& type, const Bytes& chunks) {
+    return Text("FORM") + Be32(4 + chunks.size()) + Text(type) + chunks;
+}
+
+class AudioFileReading : public testing::Test {
+protected:
+    std::unique_ptr<AudioFileReader> Open(const Bytes& bytes, const std::string& name = "sound") {
+        WriteBytes(folder / name, bytes);
+        return AudioFileReader::CreateReaderFor(File(String(folder / name)));
+    }
+
+    void ExpectError(const Bytes& bytes, const std::string& name, const std::string& text) {
+        try {
+            Open(bytes, name);
+            FAIL() << "no exception";
+        } catch (const Exception& error) {
+            EXPECT_EQ(std::string(error.what()), "file " + folder / name + text);
+        }
+    }
+
+    /// Channel `channel` of `n` frames from `start` on, read together with all others.
+    static Samples Read(AudioFileReader& reader, unsigned long n, unsigned long long start = 0,
+                        unsigned int channel = 0) {
+        AudioBuffer buffer(reader.GetNumChannels(), n, true);
+        buffer.Fill(Untouched);
+        EXPECT_TRUE(reader.ReadSamples(buffer, 0, n, start));
+        return {buffer.GetChannel(channel), buffer.GetChannel(channel) + n};
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(AudioFileReading, EveryDepthAndByteOrderGivesItsSamples) {
+    const float step16 = 0x1p-15f, step24 = 0x1p-23f;
+    const Bytes little32 = {0, 0, 0, 0x80, 0, 0, 0, 0x40, 0, 1, 0, 0};
+    const Bytes big32 = {0x80, 0, 0, 0, 0x40, 0, 0, 0, 0, 0, 1, 0};
+    const struct {
+        const char* what;
+        Bytes file;
+        Samples samples;
+    } rows[] = {
+        {"WAV 8", Wav(1, 1, 8, {0x00, 0x80, 0xFF}), {-1, 0, 127.0f / 128}},
+        {"WAV 16", Wav(1, 1, 16, {0x00, 0x80, 0x01, 0x00, 0xFF, 0x7F}), {-1, step16, 1 - step16}},
+        {"WAV 24", Wav(1, 1, 24, {0, 0, 0x80, 1, 0, 0, 0xFF, 0xFF, 0x7F}), {-1, step24, 1 - step24}},
+        {"WAV 32", Wav(1, 1, 32, little32), {-1, 0.5f, 0x1p-23f}},
+        {"WAV float", Wav(3, 1, 32, {0, 0, 0xC0, 0xBF, 0, 0, 0x80, 0x7F}), {-1.5f, INFINITY}},
+        {"AIFF 8", Form("AIFF", AiffCommon(1, 3, 8) + AiffSound({0x80, 0x00, 0x7F})), {-1, 0, 127.0f / 128}},
+        {"AIFF 16", Form("AIFF", AiffCommon(1, 2, 16) + AiffSound({0x80, 0x00, 0x00, 0x01})), {-1, step16}},
+        {"AIFF 24", Form("AIFF", AiffCommon(1, 2, 24) + AiffSound({0x80, 0, 0, 0, 0, 1})), {-1, step24}},
+        {"AIFF 32", Form("AIFF", AiffCommon(1, 3, 32) + AiffSound(big32)), {-1, 0.5f, 0x1p-23f}},
+        {"sowt 16", Form("AIFC", AiffCommon(1, 2, 16, "sowt") + AiffSound({0x00, 0x80, 0x01, 0x00})), {-1, step16}},
+        {"sowt 8", Form("AIFC", AiffCommon(1, 1, 8, "sowt") + AiffSound({0x80})), {-1}},
+        {"twos 16", Form("AIFC", AiffCommon(1, 1, 16, "twos") + AiffSound({0x40, 0x00})), {0.5f}},
+        {"FL32", Form("AIFC", AiffCommon(1, 1, 32, "FL32") + AiffSound({0xBF, 0xC0, 0, 0})), {-1.5f}},
+        {"fl32", Form("AIFC", AiffCommon(1, 1, 32, "fl32") + AiffSound({0x7F, 0x80, 0, 0})), {INFINITY}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const auto reader = Open(row.file);
+        EXPECT_GE(reader->GetLengthInSamples(), row.samples.size());
+        EXPECT_THAT(Read(*reader, row.samples.size()), ElementsAreArray(row.samples));
+    }
+}
+
+TEST_F(AudioFileReading, FloatSamplesKeepEveryBit) {
+    const auto reader = Open(Wav(3, 1, 32, Le32(0x7FA00001) + Le32(0x80000000)));  // signalling NaN, -0
+    const Samples samples = Read(*reader, 2);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(samples[0]), 0x7FA00001u);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(samples[1]), 0x80000000u);
+}
+
+TEST_F(AudioFileReading, ExtensibleFormatsAreToldByTheirIdentifier) {
+    const Bytes tail = {0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
+    const Bytes ambisonicTail = {0, 0, 0x21, 0x07, 0xD3, 0x11, 0x86, 0x44, 0xC8, 0xC1, 0xCA, 0, 0, 0};
+    const auto file = [](const Bytes& subFormat) {
+        return Riff(RiffChunk("fmt ", Le16(0xFFFE) + Le16(1) + Le32(48000) + Le32(192000) + Le16(4) + Le16(32) +
+                                          Le16(22) + Le16(32) + Le32(4) + subFormat) +
+                    RiffChunk("data", Le32(0x3F800000)));
+    };
+    EXPECT_THAT(Read(*Open(file(Le16(3) + tail)), 1), ElementsAre(1.0f));
+    EXPECT_THAT(Read(*Open(file(Le16(1) + tail)), 1), ElementsAre(0.49609375f));
+    EXPECT_THAT(Read(*Open(file(Le16(1) + ambisonicTail)), 1), ElementsAre(0.49609375f));
+    EXPECT_EQ(Open(file(Le16(2) + tail))->GetLengthInSamples(), 0u);
+    EXPECT_EQ(Open(file(Le16(3) + Bytes(tail.begin(), tail.end() - 1)))->GetLengthInSamples(), 0u);  // too short
+}
+
+TEST_F(AudioFileReading, ChunksAreFoundByTheFormatsOwnPadding) {
+    const auto wav = Open(Riff(RiffChunk("LIST", {1, 2, 3}) + RiffChunk("LIST", {}) + WavFormat(1, 1, 8000, 8) +
+                               RiffChunk("odd!", {1}) + RiffChunk("data", {0xC0})));
+    EXPECT_EQ(wav->GetSampleRate(), 8000.0);
+    EXPECT_THAT(Read(*wav, 1), ElementsAre(0.5f));
+    const auto aiff =
+        Open(Form("AIFF", AiffChunk("NAME", {1, 2, 3}) + AiffChunk("SSND", Be32(2) + Be32(0) + Bytes{1, 2, 0x40}) +
+                              AiffChunk("odd!", {1}) + AiffCommon(1, 1, 8)));
+    EXPECT_THAT(Read(*aiff, 1), ElementsAre(0.5f));
+}
+
+TEST_F(AudioFileReading, AiffRatesAreWholeHertzWithinRange) {
+    const struct {
+        Bytes bytes;
+        double rate;  // 0: not valid
+    } rows[] = {
+        {Rate44100, 44100},
+        {{0x40, 0x0E, 0xAC, 0x44, 0xC0, 0, 0, 0, 0, 0}, 44100},  // 44100.75
+        {{0x40, 0x00, 0x80, 0, 0, 0, 0, 0, 0, 0}, 2},
+        {{0x40, 0x1C, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}, 1073741823},
+        {{0x40, 0x1D, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
+        {{0x3F, 0xFF, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
+        {{0xC0, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0}, 0},
+        {Bytes(10), 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rate);
+        const Bytes file = Form("AIFF", AiffCommon(1, 1, 16, "", row.bytes) + AiffSound({0, 0}));
+        if (row.rate > 0)
+            EXPECT_EQ(Open(file)->GetSampleRate(), row.rate);
+        else
+            ExpectError(file, "a.aiff", " is not a valid AIFF file");
+    }
+}
+
+TEST_F(AudioFileReading, BeyondTheLastFrameThereIsSilence) {
+    const auto reader = Open(Wav(1, 2, 8, Bytes(40, 0xC0)));
+    Samples expected(100, 0.0f);
+    std::fill_n(expected.begin(), 10, 0.5f);
+    EXPECT_EQ(Read(*reader, 100, 10, 1), expected);
+    for (unsigned long long start : {20ull, ~0ull, ~0ull - 3})
+        EXPECT_THAT(Read(*reader, 8, start), Each(0.0f)) << start;
+}
+
+TEST_F(AudioFileReading, WhatATruncatedFileLacksIsSilence) {
+    for (unsigned int bits : {8u, 16u, 24u, 32u}) {
+        SCOPED_TRACE(bits);
+        // Six stereo frames at a quarter of full scale. The file holds three, and the fourth one's left channel.
+        const Bytes zeros(bits / 8 - 1);
+        Bytes little, big;
+        for (int sample = 0; sample < 12; ++sample) {
+            little =
+                little + zeros + Bytes{bits == 8 ? static_cast<unsigned char>(0xA0) : static_cast<unsigned char>(0x20)};
+            big = big + Bytes{0x20} + zeros;
+        }
+        Bytes wav = Wav(1, 2, bits, little), aiff = Form("AIFF", AiffCommon(2, 6, bits) + AiffSound(big));
+        wav.resize(wav.size() - 5 * bits / 8);
+        aiff.resize(aiff.size() - 5 * bits / 8);
+        for (const Bytes& file : {wav, aiff}) {
+            const auto reader = Open(file);
+            EXPECT_EQ(reader->GetLengthInSamples(), 6u);
+            EXPECT_EQ(reader->GetNumStoredSamples(), 4u);
+            EXPECT_THAT(Read(*reader, 6, 0, 0), ElementsAre(0.25f, 0.25f, 0.25f, 0.25f, 0, 0));
+            EXPECT_THAT(Read(*reader, 6, 0, 1), ElementsAre(0.25f, 0.25f, 0.25f, 0, 0, 0));
+        }
+    }
+}
+
+TEST_F(AudioFileReading, DepthsWithoutAConversionAreSilence) {
+    const Bytes data(48, 0x55);
+    for (const Bytes& file : {Wav(1, 2, 12, data), Wav(3, 2, 64, data), Wav(3, 2, 16, data), Wav(2, 2, 16, data),
+                              Form("AIFF", AiffCommon(1, 8, 4) + AiffSound(data)), Form("AIFF", AiffCommon(1, 8, 4)),
+                              Form("AIFF", AiffCommon(1, 8, 16))}) {
+        EXPECT_THAT(Read(*Open(file), 8), Each(0.0f));
+    }
+}
+
+TEST_F(AudioFileReading, AFrameMayBeLargerThanTheConversionBuffer) {
+    constexpr unsigned int channels = 3000;  // 9000 bytes a frame
+    Bytes data;
+    for (unsigned int i = 0; i < 2 * channels; ++i) data = data + LittleEndian(i * 256, 3);
+    const auto reader = Open(Wav(1, channels, 24, data));
+    for (unsigned int k : {0u, 1919u, 1920u, 2999u}) {
+        const float first = static_cast<float>(k) * 256 * 0x1p-23f;
+        EXPECT_THAT(Read(*reader, 3, 0, k), ElementsAre(first, first + channels * 256 * 0x1p-23f, 0)) << k;
+    }
+}
+
+TEST_F(AudioFileReading, SpansBeyondEitherSideAreRefused) {
+    const auto reader = Open(Wav(1, 2, 8, {0xC0, 0x40, 0xC0, 0x40}));
+    AudioBuffer buffer(3, 4, true);
+    buffer.Fill(Untouched);
+    for (const auto& [start, count] :
+         {std::pair{0ull, 5ull}, {4ull, 1ull}, {5ull, 1ull}, {~0ull, 2ull}, {2ull, ~0ull}}) {
+        EXPECT_FALSE(reader->ReadSamples(buffer, start, count, 0)) << start << " + " << count;
+        EXPECT_FALSE(reader->ReadSamples(buffer, 0, start, count, 0, 0)) << start << " + " << count;
+    }
+    EXPECT_FALSE(reader->ReadSamples(buffer, 3, 0, 1, 0, 0));
+    EXPECT_FALSE(reader->ReadSamples(buffer, 0, 0, 1, 2, 0));
+    AudioBuffer mono(1, 4, true);
+    EXPECT_FALSE(reader->ReadSamples(mono, 0, 1, 0));
+    EXPECT_TRUE(reader->ReadSamples(mono, 9, 0, 0));
+    for (unsigned int k = 0; k < 3; ++k)
+        EXPECT_THAT(std::vector(buffer.GetChannel(k), buffer.GetChannel(k) + 4), Each(Untouched));
+
+    EXPECT_TRUE(reader->ReadSamples(buffer, 1, 2, 0));
+    EXPECT_TRUE(reader->ReadSamples(buffer, 2, 3, 1, 1, 1));
+    EXPECT_THAT(std::vector(buffer.GetChannel(1), buffer.GetChannel(1) + 4),
+                ElementsAre(Untouched, -0.5f, -0.5f, Untouched));
+    EXPECT_THAT(std::vector(buffer.GetChannel(2), buffer.GetChannel(2) + 4),
+                ElementsAre(Untouched, Untouched, Untouched, -0.5f));
+}
+
+TEST_F(AudioFileReading, RawReadsSkipNullChannelsAndSilenceFurtherOnes) {
+    const auto reader = Open(Wav(1, 2, 8, {0xC0, 0x40}));
+    int right[2] = {1, 1}, further[2] = {1, 1};
+    int* channels[] = {nullptr, right, further, nullptr};
+    EXPECT_TRUE(reader->readSamples(channels, 2, 0));
+    EXPECT_THAT(right, ElementsAre(-0x40000000, 0));
+    EXPECT_THAT(further, ElementsAre(0, 0));
+}
+
+TEST_F(AudioFileReading, Rf64TakesItsSizesFromTheDs64Chunk) {
+    const auto file = [](const Bytes& sizes, std::uint64_t dataSize) {
+        return Text("RF64") + Le32(0xFFFFFFFF) + Text("WAVE") + sizes + WavFormat(1, 1, 48000, 8) + Text("data") +
+               Le32(0xFFFFFFFF) + Bytes(dataSize, 0xC0);
+    };
+    const auto ds64 = [](std::uint64_t riff, std::uint64_t data) {
+        return RiffChunk("ds64", Le64(riff) + Le64(data) + Bytes(12));
+    };
+    const auto reader = Open(file(ds64(72 + 4, 4), 4));
+    EXPECT_TRUE(reader->IsRF64());
+    EXPECT_THAT(Read(*reader, 5), ElementsAre(0.5f, 0.5f, 0.5f, 0.5f, 0));
+
+    for (std::uint64_t claim : {std::uint64_t{1} << 62, ~std::uint64_t{0}}) {
+        const auto liar = Open(file(ds64(claim, claim), 4));
+        EXPECT_EQ(liar->GetLengthInSamples(), claim);
+        EXPECT_EQ(liar->GetNumStoredSamples(), 4u);
+        EXPECT_THAT(Read(*liar, 2, 3), ElementsAre(0.5f, 0));
+        EXPECT_THAT(Read(*liar, 2, claim - 1), ElementsAre(0, 0));
+    }
+    ExpectError(file({}, 4), "a.wav", " is not a valid WAV file");
+    ExpectError(file(RiffChunk("ds64", Le64(76) + Le64(4)), 4), "a.wav", " is not a valid WAV file");
+}
+
+TEST_F(AudioFileReading, ASecondFormatAfterTheDataIsNotMeantForIt) {
+    const auto reader =
+        Open(Riff(WavFormat(1, 1, 48000, 8) + RiffChunk("data", {0xC0, 0xC0}) + WavFormat(2, 9, 8000, 0)));
+    EXPECT_EQ(reader->GetNumChannels(), 1u);
+    EXPECT_THAT(Read(*reader, 2), ElementsAre(0.5f, 0.5f));
+}
+
+TEST_F(AudioFileReading, DepthsPast64BitsAreDerivedFromTheByteRate) {
+    const auto format = [](unsigned int channels, unsigned int rate, unsigned int byteRate) {
+        return Riff(RiffChunk("fmt ", Le16(1) + Le16(channels) + Le32(rate) + Le32(byteRate) + Le16(0) + Le16(65)) +
+                    RiffChunk("data", {0, 0x40, 0, 0xC0, 0, 0x40, 0, 0xC0}));
+    };
+    EXPECT_THAT(Read(*Open(format(2, 8000, 32000)), 2, 0, 1), ElementsAre(-0.5f, -0.5f));
+    ExpectError(format(0, 8000, 32000), "a.wav", " is not a valid WAV file");
+    ExpectError(format(2, 0, 32000), "a.wav", " is not a valid WAV file");
+    ExpectError(format(2, 8000, 7999), "a.wav", " is not a valid WAV file");
+}
+
+TEST_F(AudioFileReading, TypesAreToldByContentThenByName) {
+    const struct {
+        const char* name;
+        const char* content;
+        const char* type;
+    } rows[] = {
+        {"a.aiff", "RIFF", "WAV File"}, {"a.wav", "FORM", "AIFF File"}, {"a", "RF64", "WAV File"},
+        {"a.AIF", "?", "AIFF File"},    {"a.bwf", "????", "WAV File"},  {"a.mp3", "", "MP3 File"},
+        {"a.txt", "riff", "unknown"},
+    };
+    for (const auto& row : rows) {
+        WriteBytes(folder / row.name, Text(row.content));
+        EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder / row.name))), row.type) << row.name;
+    }
+    EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder / "none.wav"))), "unknown");
+    EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder.Path().string()))), "unknown");
+    EXPECT_EQ(AiffFileReader::CreateReaderFor(File(String(folder / "a.mp3"))), nullptr);
+}
+
+TEST_F(AudioFileReading, FilesThatCannotBeReadAreNamed) {
+    EXPECT_EQ(AudioFileReader::CreateReaderFor(File("")), nullptr);
+    ExpectError(Text("RIFF"), "empty.wav", " is not a valid WAV file");
+    ExpectError(Text("FORM"), "empty.aif", " is not a valid AIFF file");
+    ExpectError(Form("AIFC", AiffCommon(1, 1, 16, "ima4") + AiffSound({0, 0})), "a", " is not a valid AIFF file");
+    ExpectError(Form("AIFF", AiffChunk("FVER", Be32(1)) + AiffCommon(1, 1, 16)), "b", " is not a valid AIFF file");
+    ExpectError(Text("ID3 "), "song.mp3", " is not a valid audio file");
+    ExpectError({}, "note.txt", " is not a valid audio file");
+    EXPECT_THROW(AudioFileReader::CreateReaderFor(File(String(folder / "none.wav"))), Exception);
+}
+
+}  // namespace
+}  // namespace velmodsp
