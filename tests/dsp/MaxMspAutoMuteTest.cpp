@@ -61,6 +61,8 @@ TEST(MaxMspAutoMute, FollowsConnectionsWhileDisabledAndSilenceWhileEnabled) {
     EXPECT_EQ(process(4), (Flags{false, false, false, false}));
     block[2][0] = INFINITY;
     EXPECT_EQ(process(1), (Flags{false, false, true, false}));
+    autoMute.SetSamplerate(10.0f);
+    EXPECT_FALSE(autoMute.IsChannelConnected(0));
     autoMute.SetSamplerate(20.0f);
     EXPECT_TRUE(autoMute.IsChannelConnected(0)) << "another sample rate starts the count again";
     autoMute.SetSamplerate(10.0f);

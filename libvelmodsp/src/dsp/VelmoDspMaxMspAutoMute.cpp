@@ -18,9 +18,12 @@ bool IsConnected(short flag) { return flag > 0; }
 
 /// NaN is neither above nor below 0 and so counts as silence. The loop has no early way out: it vectorises.
 bool CarriesSignal(const float* in, unsigned long n) {
-    bool signal = false;
-    for (unsigned long i = 0; i < n; ++i) signal |= in[i] > 0.0f || in[i] < 0.0f;
-    return signal;
+    int signal = 0;
+    for (unsigned long i = 0; i < n; ++i) {
+        signal |= in[i] > 0.0f;
+        signal |= in[i] < 0.0f;
+    }
+    return signal != 0;
 }
 
 }  // namespace

@@ -26,7 +26,8 @@ public:
     /// @throws Exception when memory runs out
     MaxMspAutoMute(unsigned int numInputs, unsigned int numOutputs);
 
-    /// Changes the numbers of inlets and outlets; those that are new start unconnected. Audio stopped; allocates.
+    /// Changes the numbers of inlets and outlets; those that are new start unconnected and inactive.
+    /// Audio stopped; allocates.
     /// @throws Exception when memory runs out
     void SetNumInputsAndOutputs(unsigned int numInputs, unsigned int numOutputs);
 
