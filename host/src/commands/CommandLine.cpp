@@ -97,10 +97,16 @@ CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
     return info;
 }
 
-/// Times of --at, which the option itself takes as any number.
-void CheckTimes(const RunOptions& options) {
+void CheckMessage(const std::string& option, const std::string& text) {
+    if (text.find_first_not_of(" \t\n") == std::string::npos) throw UsageError(option + ": the message is empty");
+}
+
+/// What the options' own checks cannot see: parts of --at, and texts of blanks alone.
+void CheckMessages(const RunOptions& options) {
+    for (const std::string& text : options.messages) CheckMessage("--message", text);
     for (const auto& [seconds, text] : options.atTimes) {
-        if (!std::isfinite(seconds) || seconds < 0.0) throw UsageError("--at takes a time of 0 seconds or more");
+        if (!std::isfinite(seconds) || seconds < 0.0) throw UsageError("--at: the time is to be 0 seconds or more");
+        CheckMessage("--at", text);
     }
 }
 
@@ -136,7 +142,7 @@ int RunCommandLine(int argc, char** argv) {
     try {
         app.parse(argc, argv);
         if (!run.parsed()) return ShowInfo(infoOptions);
-        CheckTimes(runOptions);
+        CheckMessages(runOptions);
         return RunObject(runOptions);
     } catch (const CLI::Success& help) {
         return app.exit(help);

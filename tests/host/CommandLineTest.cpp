@@ -1,0 +1,177 @@
+// The program velmohost as people run it: command line in; standard output, standard error and exit status out.
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+#include "host/SoundFiles.h"
+#include "support/TempFolder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using velmotest::Channels;
+using velmotest::ReadSound;
+using velmotest::WriteSound;
+
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+class CommandLineTest : public testing::Test {
+protected:
+    /// Runs the program with arguments as typed into a shell, in the test's folder.
+    Outcome Velmohost(const std::string& arguments, const std::string& shellPrefix = "") {
+        const std::string command = "cd '" + folder.Path().string() + "' && HOME=\"$PWD\" && " + shellPrefix + " '" +
+                                    VELMO_HOST_PROGRAM + "' " + arguments + " >stdout.txt 2>stderr.txt";
+        const int result = std::system(command.c_str());
+        return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadText("stdout.txt"), ReadText("stderr.txt")};
+    }
+
+    std::string ReadText(const std::string& name) {
+        std::ifstream file(folder / name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    TempFolder folder;
+};
+
+TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "subcommand"},
+        {"sing", "sing"},
+        {"run", "BOX"},
+        {"run tesk.fixnan~ --bits 12", "--bits"},
+        {"run tesk.fixnan~ --block 0", "--block"},
+        {"run tesk.fixnan~ --seconds -1", "--seconds"},
+        {"run tesk.fixnan~ --seconds nan", "--seconds"},
+        {"run tesk.fixnan~ --seconds 1e300", "--seconds"},
+        {"run tesk.fixnan~ --samplerate 0", "--samplerate"},
+        {"run tesk.fixnan~ --at 1", "--at"},
+        {"run tesk.fixnan~ --at soon clear", "--at"},
+        {"run tesk.fixnan~ --at -1 clear", "--at"},
+        {"run tesk.fixnan~ --nonsense", "--nonsense"},
+        {"run tesk.fixnan~ more", "more"},
+        {"run tesk.fixnan~ --inlets 2", "--inlets names number 2, but the last one is 1"},
+        {"run tesk.fixnan~ --outlets 1-x", "--outlets"},
+        {"run tesk.fixnan~ --message ''", "--message"},
+        {"run tesk.fixnan~ --in a.wav --seconds 2", "--seconds"},
+        {"info", "BOX"},
+    };
+    for (const auto& [arguments, reason] : cases) {
+        const Outcome outcome = Velmohost(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_THAT(outcome.err, AllOf(StartsWith("velmohost: "), HasSubstr(reason))) << arguments;
+    }
+}
+
+TEST_F(CommandLineTest, HelpGoesToTheStandardOutput) {
+    for (const auto& [arguments, text] :
+         {std::pair("--help", "info"), std::pair("run --help", "--samplerate"), std::pair("info --help", "--path")}) {
+        const Outcome outcome = Velmohost(arguments);
+        EXPECT_EQ(outcome.status, 0) << arguments;
+        EXPECT_THAT(outcome.out, HasSubstr(text));
+        EXPECT_THAT(outcome.err, IsEmpty());
+    }
+}
+
+TEST_F(CommandLineTest, ObjectsThatCannotBeCreatedAreToldWithStatusOne) {
+    std::ofstream(folder / "broken~" VELMO_EXTERNAL_SUFFIX) << "no plug-in";
+    for (const auto& [box, row] :
+         {std::pair("nosuch~", "[error] nosuch~: No such object\n"),
+          std::pair("broken~", "[error] broken~: could not load ./broken~" VELMO_EXTERNAL_SUFFIX ": ")}) {
+        for (const std::string command : {"run --path . ", "info --path . "}) {
+            const Outcome outcome = Velmohost(command + box);
+            EXPECT_EQ(outcome.status, 1) << box;
+            EXPECT_THAT(outcome.out, StartsWith(row));
+        }
+    }
+}
+
+TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
+    std::ofstream(folder / "text.wav") << "This is not a sound file.";
+    WriteSound(folder / "in.wav", {{1, 2, 3}});
+    fs::create_hard_link(folder / "in.wav", folder / "hard.wav");
+    const Channels before = ReadSound(folder / "in.wav");
+    struct Case {
+        const char *options, *reason;
+        int status;
+    };
+    const Case cases[] = {
+        {"--in missing.wav --out out.wav", "velmohost: cannot read missing.wav: no such file", 1},
+        {"--in text.wav --out out.wav", "velmohost: cannot read text.wav: ", 1},
+        {"--in in.wav --out out.ogg", "out.ogg: ", 1},
+        {"--in in.wav --out nowhere/../text.wav/out.wav", "velmohost: cannot write ", 1},
+        {"--samplerate 12345 --out out.wav", "12345", 1},
+        {"--in in.wav --out in.wav", "velmohost: --in and --out are the same file", 2},
+        {"--in in.wav --out hard.wav", "velmohost: --in and --out are the same file", 2},
+    };
+    for (const Case& c : cases) {
+        const Outcome outcome = Velmohost(std::string("run tesk.fixnan~ ") + c.options);
+        EXPECT_EQ(outcome.status, c.status) << c.options;
+        EXPECT_THAT(outcome.err, HasSubstr(c.reason));
+        EXPECT_FALSE(fs::exists(folder / "out.wav"));
+    }
+    EXPECT_EQ(ReadSound(folder / "in.wav"), before);
+}
+
+TEST_F(CommandLineTest, RunRepairsSoundAndShowsTheMaxWindow) {
+    const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
+    WriteSound(folder / "in.wav", {{0.5f, nan, 0.25f, infinity}, {1, 2, 3, 4}, {9, 9, 9, 9}});
+    Outcome outcome = Velmohost("run 'tesk.fixnan~ @numchannels 2' --in in.wav --out out.wav --message 'nonsense 1'");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(ReadSound(folder / "out.wav"), (Channels{{0.5f, 0.5f, 0.25f, 0.25f}, {1, 2, 3, 4}}));
+    EXPECT_THAT(outcome.out, AllOf(StartsWith("[error] tesk.fixnan~: "), HasSubstr("nonsense"),
+                                   HasSubstr("[error] tesk.fixnan~: NaN occured in Channel #1\n")));
+    EXPECT_EQ(outcome.err,
+              "velmohost: in.wav has 3 channels, but tesk.fixnan~ has 2 signal inlets: channel 3 is left out\n");
+    outcome = Velmohost("run tesk.fixnan~ --seconds 0.01 --at 0.005 version --at 1 clear");
+    EXPECT_THAT(outcome.out, StartsWith("[post] tesk.fixnan~: Version "));
+    EXPECT_THAT(outcome.err, AllOf(HasSubstr("\"clear\" was not sent"), Not(HasSubstr("version"))));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(CommandLineTest, RefusedBoxesDoNotTouchTheOutput) {
+    std::ofstream(folder / "out.wav") << "old";
+    const Outcome outcome = Velmohost("run 'tesk.fixnan~ @numchannels' --out out.wav --inlets 7");
+    EXPECT_NE(outcome.status, 0);
+    EXPECT_EQ(ReadText("out.wav"), "old");
+}
+
+TEST_F(CommandLineTest, AFullDiskEndsTheRunAndKeepsTheOldFile) {
+    std::ofstream(folder / "out.wav") << "old";
+    const Outcome outcome = Velmohost("run tesk.fixnan~ --seconds 10 --out out.wav", "ulimit -f 64;");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("velmohost: cannot write "));
+    EXPECT_EQ(ReadText("out.wav"), "old");
+    EXPECT_FALSE(fs::exists(folder / "out.part.wav"));
+}
+
+TEST_F(CommandLineTest, InfoTellsWhatTheObjectIs) {
+    const Outcome outcome = Velmohost("info 'tesk.fixnan~ @numchannels 2'");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, StartsWith("tesk.fixnan~\n  Filters out NaN or Inf.\n"));
+    for (const char* text :
+         {"  see also        tesk.fixnan, tesk.isnan~\n", "\nInlets\n", "  2               signal, input #2\n",
+          "  3               dumpout\n", "\nAttributes\n", "  numchannels     long, default 1, 1 to 250\n",
+          "  mode            symbol, default lastvalue, one of: lastvalue givenvalue\n", "\nMessages\n",
+          "  clear           ", "  postattributes  [any...]\n"}) {
+        EXPECT_THAT(outcome.out, HasSubstr(text));
+    }
+    EXPECT_THAT(outcome.out, Not(HasSubstr("dsp64")));
+    EXPECT_THAT(outcome.out, Not(HasSubstr("classdigest")));
+}
+
+}  // namespace
