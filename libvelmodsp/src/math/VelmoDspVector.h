@@ -13,8 +13,12 @@ namespace velmodsp {
 template <typename T>
 class Vector {
 public:
-    using Reference = typename std::vector<T>::reference;
-    using ConstReference = typename std::vector<T>::const_reference;
+    // The standard containers' names, as generic code expects them.
+    using value_type = T;
+    using reference = typename std::vector<T>::reference;
+    using const_reference = typename std::vector<T>::const_reference;
+    using iterator = typename std::vector<T>::iterator;
+    using const_iterator = typename std::vector<T>::const_iterator;
 
     Vector() = default;
     /// `n` elements, each value-initialised (numbers are 0).
@@ -28,8 +32,8 @@ public:
     unsigned long Size() const { return static_cast<unsigned long>(elements.size()); }
     void PushBack(const T& element) { elements.push_back(element); }
     /// @param index below `Size()`; not checked
-    Reference operator[](unsigned long index) { return elements[index]; }
-    ConstReference operator[](unsigned long index) const { return elements[index]; }
+    reference operator[](unsigned long index) { return elements[index]; }
+    const_reference operator[](unsigned long index) const { return elements[index]; }
     /// New elements are value-initialised.
     void Resize(unsigned long n) { elements.resize(n); }
     /// Destroys all elements and keeps the storage.
@@ -37,10 +41,10 @@ public:
 
     auto Data() { return elements.data(); }
     auto Data() const { return elements.data(); }
-    auto begin() { return elements.begin(); }
-    auto begin() const { return elements.begin(); }
-    auto end() { return elements.end(); }
-    auto end() const { return elements.end(); }
+    iterator begin() { return elements.begin(); }
+    const_iterator begin() const { return elements.begin(); }
+    iterator end() { return elements.end(); }
+    const_iterator end() const { return elements.end(); }
 
 private:
     std::vector<T> elements;

@@ -256,7 +256,7 @@ String WholePart(double number) {
 template <typename Float>
 String FrequencyToString(Float hz) {
     const double frequency = static_cast<double>(hz);
-    if (!(frequency != 44100.0)) return "44.1 kHz";  // NaN included
+    if (frequency == 44100.0 || std::isnan(frequency)) return "44.1 kHz";
     if (frequency < 1e3) return WholePart(frequency) + " Hz";
     if (frequency >= 1e9) return String(frequency * 1e-9, "%.2f") + " GHz";
     if (frequency >= 1e6) return String(frequency * 1e-6, "%.2f") + " MHz";

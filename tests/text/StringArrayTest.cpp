@@ -1,0 +1,78 @@
+#include "text/VelmoDspStringArray.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace velmodsp {
+namespace {
+
+using testing::HasSubstr;
+
+std::vector<std::string> Contents(const StringArray& array) {
+    std::vector<std::string> strings;
+    for (unsigned long i = 0; i < array.Size(); ++i) strings.push_back(array[i].Str());
+    return strings;
+}
+
+TEST(StringArray, SplitsAtWholeSeparators) {
+    const struct {
+        const char* text;
+        const char* separator;
+        std::vector<std::string> pieces;
+    } rows[] = {
+        {"a,b,c", ",", {"a", "b", "c"}}, {",a", ",", {"", "a"}}, {"a,,b", ",", {"a", "", "b"}},
+        {"a,b,", ",", {"a", "b"}},       {"", ",", {""}},        {",", ",", {""}},
+        {",,", ",", {"", ""}},           {"abc", "", {"abc"}},   {"a--b-c", "--", {"a", "b-c"}},
+        {"A,b", "a", {"A,b"}},
+    };
+    for (const auto& row : rows) {
+        StringArray pieces;
+        pieces.PushBack("from before");
+        StringArray::SplitString(pieces, row.text, row.separator);
+        EXPECT_EQ(Contents(pieces), row.pieces) << row.text << " at " << row.separator;
+    }
+}
+
+TEST(StringArray, SplitsItsOwnElementsAndStreams) {
+    StringArray array;
+    array.PushBack("a b,c");
+    array.PushBack(",");
+    EXPECT_EQ(&array.SplitString(array[0].C_Str(), array[1]), &array);
+    EXPECT_EQ(Contents(array), (std::vector<std::string>{"a b", "c"}));
+    std::ostringstream stream;
+    stream << "x=" << 1;
+    EXPECT_EQ(Contents(array.SplitString(stream, "=")), (std::vector<std::string>{"x", "1"}));
+}
+
+TEST(StringArray, CopiesDeeplyAndResizesWithEmptyStrings) {
+    StringArray array;
+    array.Resize(3);
+    EXPECT_EQ(Contents(array), (std::vector<std::string>{"", "", ""}));
+    array[0] = "first";
+    StringArray copy;
+    copy = array;
+    copy[0].Append('!');
+    copy.Resize(1);
+    EXPECT_EQ(Contents(copy), std::vector<std::string>{"first!"});
+    EXPECT_EQ(array[0], "first");
+}
+
+TEST(StringArray, ReportsGrowthThatFails) {
+    StringArray array;
+    array.PushBack("kept");
+    try {
+        array.Resize(std::numeric_limits<unsigned long>::max());
+        FAIL() << "no memory is that large";
+    } catch (const Exception& exception) {
+        EXPECT_THAT(exception.what(), HasSubstr(" occured in velmodsp::StringArray::Resize(unsigned long)"));
+    }
+    EXPECT_EQ(Contents(array), std::vector<std::string>{"kept"});
+}
+
+}  // namespace
+}  // namespace velmodsp

@@ -1,0 +1,63 @@
+#include "utils/VelmoDspException.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "utils/VelmoDspConsoleLog.h"
+
+namespace velmodsp {
+namespace {
+
+/// What `action` prints on standard error; the system puts the identity and the process id before each message.
+std::string Printed(const std::function<void()>& action) {
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}
+
+const std::string prefix = "velmodsp[" + std::to_string(getpid()) + "]: ";
+
+TEST(Exception, ReportsItselfOnceWhenItIsBuilt) {
+    const auto withLocation = [] { Exception(String("bad"), "libvelmodsp/src/files/VelmoDspFile", 12, true, false); };
+    EXPECT_EQ(Printed(withLocation), prefix + "Exception occured in : VelmoDspFile at line 12 : \n  bad\n\n");
+
+    const auto thrownAndCaught = [] {
+        try {
+            throw Exception(String("100%d"), "", 0, false, false);
+        } catch (const Exception& exception) {
+            const Exception copy = exception;
+            EXPECT_STREQ(copy.what(), "100%d");
+        }
+    };
+    EXPECT_EQ(Printed(thrownAndCaught), prefix + "Exception occured : 100%d\n\n");
+}
+
+TEST(Exception, TakesOverItsCausesMessageWithANewLocation) {
+    const Exception first(std::runtime_error("disk full"), "a/b", 1, true, false);
+    const Exception again(first, nullptr, 2, true, false);
+    EXPECT_STREQ(again.what(), "disk full");
+    EXPECT_EQ(first.GetFileName(), "b");
+    EXPECT_EQ(again.GetFileName(), "");
+    EXPECT_EQ(again.GetLine(), 2u);
+    EXPECT_STREQ(UnknownException("x", 1, false, false).what(), "unknown exception");
+}
+
+TEST(ExceptionDeathTest, EndsTheProcessAfterTheReportWhenAskedTo) {
+    EXPECT_EXIT(Exception(String("fatal"), "x", 3, false, true), testing::ExitedWithCode(1),
+                "Exception occured : fatal");
+}
+
+TEST(ConsoleLog, AddsALineBreakToStringsButNotToStreams) {
+    EXPECT_EQ(Printed([] { ConsoleLog::Print(String("%s 50%")); }), prefix + "%s 50%\n");
+    std::ostringstream text;
+    text << "two\nlines\n";
+    EXPECT_EQ(Printed([&] { ConsoleLog::Print(text); }), prefix + "two\nlines\n");
+}
+
+}  // namespace
+}  // namespace velmodsp
