@@ -58,7 +58,9 @@ std::string CutToLength(const std::string& text, std::size_t length) {
 
 /// "take.wav", "take.2.wav", "take.3.wav" and so on, so short that the name of the second file fits as well.
 std::string NumberedName(const fs::path& name, int number) {
-    const std::string ending = (number == 1 ? "" : "." + std::to_string(number)) + name.extension().string();
+    std::string ending;
+    if (number > 1) ending.append(".").append(std::to_string(number));
+    ending += name.extension().string();
     const std::size_t room = longestFileName - std::string(infoSuffix).size();
     if (ending.size() >= room) return CutToLength(name.string(), room - 8) + "." + std::to_string(number);
     return CutToLength(name.stem().string(), room - ending.size()) + ending;
