@@ -1,0 +1,22 @@
+#include "core/AtomOutput.h"
+
+#include <algorithm>
+
+namespace velmohost {
+
+t_max_err GiveAtoms(const std::vector<t_atom>& atoms, long* ac, t_atom** av) {
+    if (ac == nullptr || av == nullptr) return MAX_ERR_INVALID_PTR;
+    const bool ownMemory = *ac > 0 && *av != nullptr;
+    long count = static_cast<long>(atoms.size());
+    if (ownMemory) {
+        count = std::min(count, *ac);
+    } else {
+        *av = atoms.empty() ? nullptr : reinterpret_cast<t_atom*>(sysmem_newptr(atoms.size() * sizeof(t_atom)));
+        if (*av == nullptr) count = 0;
+    }
+    std::copy_n(atoms.begin(), count, *av);
+    *ac = count;
+    return *av == nullptr && !atoms.empty() ? MAX_ERR_OUT_OF_MEM : MAX_ERR_NONE;
+}
+
+}  // namespace velmohost

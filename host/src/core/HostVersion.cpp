@@ -1,0 +1,3 @@
+#include "ext.h"
+
+extern "C" short maxversion(void) { return C74_MAX_SDK_VERSION; }

@@ -1,0 +1,75 @@
+// Symbols live for the whole process: plug-ins keep their pointers and compare them.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "ext.h"
+#include "ext_obex.h"
+
+namespace velmohost {
+namespace {
+
+class SymbolTable {
+public:
+    t_symbol* Intern(std::string_view text) {
+        const std::lock_guard lock(mutex);
+        const auto found = symbols.find(text);
+        return found != symbols.end() ? found->second : Add(text);
+    }
+
+    t_symbol* MakeUnique() {
+        const std::lock_guard lock(mutex);
+        char text[32];
+        do {
+            std::snprintf(text, sizeof(text), "u%09lu", ++lastUnique);
+        } while (symbols.count(text) != 0);
+        return Add(text);
+    }
+
+private:
+    t_symbol* Add(std::string_view text) {
+        std::string& kept = texts.emplace_back(text);
+        t_symbol* const symbol = &storage.emplace_back(t_symbol{kept.data(), nullptr});
+        symbols.emplace(kept, symbol);
+        return symbol;
+    }
+
+    std::mutex mutex;
+    std::deque<std::string> texts;  // deques: what was handed out never moves
+    std::deque<t_symbol> storage;
+    std::unordered_map<std::string_view, t_symbol*> symbols;
+    unsigned long lastUnique = 0;
+};
+
+/// Never destroyed, since objects that are freed at the program's very end still use symbols.
+SymbolTable& Symbols() {
+    static SymbolTable& table = *new SymbolTable;
+    return table;
+}
+
+}  // namespace
+}  // namespace velmohost
+
+extern "C" {
+
+t_symbol* gensym(const char* s) { return velmohost::Symbols().Intern(s != nullptr ? s : ""); }
+
+t_symbol* gensym_tr(const char* s) { return gensym(s); }
+
+char* str_tr(const char* s) { return gensym(s)->s_name; }
+
+t_symbol* symbol_unique(void) { return velmohost::Symbols().MakeUnique(); }
+
+t_max_err symbolarray_sort(long ac, t_symbol** av) {
+    if (ac < 0 || (ac > 0 && av == nullptr)) return MAX_ERR_INVALID_PTR;
+    std::sort(av, av + ac, [](const t_symbol* a, const t_symbol* b) { return std::strcmp(a->s_name, b->s_name) < 0; });
+    return MAX_ERR_NONE;
+}
+
+}  // extern "C"
