@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ext.h"
+
+namespace velmohost {
+
+struct InletRecord;
+
+/// Lets the object know, within a scope, through which inlet a message reaches it.
+class ScopedInlet {
+public:
+    /// @param index from 0 at the left
+    ScopedInlet(t_object* x, unsigned index);
+    ~ScopedInlet();
+    ScopedInlet(const ScopedInlet&) = delete;
+    ScopedInlet& operator=(const ScopedInlet&) = delete;
+
+    /// What the object receives for a selector: inlets for numbers put their own in the place of "int" and "float".
+    t_symbol* Translate(t_symbol* selector) const;
+
+private:
+    t_object* const owner;
+    const long previous;
+    InletRecord* const inlet;
+};
+
+}  // namespace velmohost
