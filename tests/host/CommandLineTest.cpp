@@ -50,8 +50,8 @@ protected:
 
 TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
     const std::pair<const char*, const char*> cases[] = {
-        {"", "subcommand"},
-        {"sing", "sing"},
+        {"", "a command is missing"},
+        {"sing", "no such command: sing"},
         {"run", "BOX"},
         {"run tesk.fixnan~ --bits 12", "--bits"},
         {"run tesk.fixnan~ --block 0", "--block"},

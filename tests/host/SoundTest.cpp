@@ -119,7 +119,7 @@ TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
     const std::pair<SoundSink::Format, const char*> refused[] = {
         {{folder / "a.wav", 12345.0, 1, 16, 10}, "12345"},
         {{folder / "a.wav", 44100.0, 1, 12, 10}, "12"},
-        {{folder / "a.ogg", 44100.0, 1, 16, 10}, "file type"},
+        {{folder / "a.ogg", 44100.0, 1, 16, 10}, "only WAV and AIFF"},
         {{folder / "folder.wav", 44100.0, 1, 16, 10}, "folder"},
         {{folder / "device.wav", 44100.0, 1, 16, 10}, "plain file"},
         {{folder / "a.aiff", 44100.0, 1, 16, tooLong}, "4 GB"},

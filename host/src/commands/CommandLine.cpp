@@ -120,6 +120,11 @@ void KeepWriteErrorsFromEndingTheProgram() {
 #endif
 }
 
+std::string DescribeMissingCommand(int argc, char** argv) {
+    const std::string known = "; there are run and info";
+    return argc > 1 ? std::string("no such command: ") + argv[1] + known : "a command is missing" + known;
+}
+
 int TellWrongUsage(const std::string& reason, const CLI::App* command) {
     PrintNotice(reason);
     PrintNotice("see velmohost" + std::string(command != nullptr ? " " + command->get_name() : "") + " --help");
@@ -146,6 +151,8 @@ int RunCommandLine(int argc, char** argv) {
         return RunObject(runOptions);
     } catch (const CLI::Success& help) {
         return app.exit(help);
+    } catch (const CLI::RequiredError& error) {
+        return TellWrongUsage(chosen() != nullptr ? error.what() : DescribeMissingCommand(argc, argv), chosen());
     } catch (const CLI::ParseError& error) {
         return TellWrongUsage(error.what(), chosen());
     } catch (const UsageError& error) {

@@ -24,7 +24,7 @@ namespace {
 std::unique_ptr<SoundSource> OpenSource(const RunOptions& options) {
     if (!options.in) return nullptr;
     auto source =
-        std::make_unique<SoundSource>(*options.in, SoundRun::FramesPerBatch(static_cast<unsigned long>(options.block)));
+        std::make_unique<SoundSource>(*options.in, SoundRun::MaxBatchFrames(static_cast<unsigned long>(options.block)));
     if (source->NumMissingFrames() > 0) {
         PrintNotice(*options.in + " is cut short: " + Count(source->NumMissingFrames(), "frame") + " of " +
                     std::to_string(source->LengthInFrames()) + " are missing and read as silence");
@@ -76,7 +76,7 @@ std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& 
     if (box.NumSignalOutlets() == 0) throw UsageError(box.ClassName() + " has no signal outlets for --out");
     return std::make_unique<SoundSink>(
         SoundSink::Format{*options.out, length.samplerate, box.NumSignalOutlets(), options.bits, length.frames},
-        SoundRun::FramesPerBatch(length.vectorSize));
+        SoundRun::MaxBatchFrames(length.vectorSize));
 }
 
 void TellOfLateMessages(const std::vector<TimedMessage>& messages, const RunLength& length) {

@@ -14,24 +14,36 @@
 namespace velmohost {
 namespace {
 
-// Enough that handing a batch to the audio thread and calling the system cost little beside the work itself.
-constexpr unsigned long kBatchFrames = 4096;
+// Enough that handing a batch to the audio thread and calling the system cost little beside the work itself, but not
+// more samples of all channels together than the processor's caches hold.
+constexpr unsigned long kMaxBatchFrames = 4096;
+constexpr unsigned long kMaxBatchSamples = 65536;
+
+unsigned long CountVectorsPerBatch(unsigned long vectorSize, const SoundRun::Connections& connections) {
+    const std::size_t numChannels = std::max({connections.inlets.size(), connections.outlets.size(), std::size_t{1}});
+    const unsigned long vectorsInCache = kMaxBatchSamples / static_cast<unsigned long>(numChannels) / vectorSize;
+    return std::clamp(vectorsInCache, 1ul, SoundRun::MaxBatchFrames(vectorSize) / vectorSize);
+}
 
 }  // namespace
 
-unsigned long SoundRun::FramesPerBatch(unsigned long vectorSize) {
-    return std::max(1ul, kBatchFrames / vectorSize) * vectorSize;
+unsigned long SoundRun::MaxBatchFrames(unsigned long vectorSize) {
+    return std::max(1ul, kMaxBatchFrames / vectorSize) * vectorSize;
 }
 
 SoundRun::SoundRun(Box& soundBox, const RunLength& runLength, const Connections& connected, SoundSource* soundSource,
                    SoundSink* soundSink)
-    : box(soundBox), length(runLength), connections(connected), source(soundSource), sink(soundSink) {}
+    : box(soundBox),
+      length(runLength),
+      connections(connected),
+      source(soundSource),
+      sink(soundSink),
+      vectorsPerBatch(CountVectorsPerBatch(length.vectorSize, connections)) {}
 
 void SoundRun::Perform(const std::vector<TimedMessage>& messages, const Interruption& interruption,
                        Progress& progress) {
-    const unsigned long maxVectors = FramesPerBatch(length.vectorSize) / length.vectorSize;
     chain.Start(box, length.samplerate, static_cast<long>(length.vectorSize), connections.inlets, connections.outlets,
-                maxVectors);
+                vectorsPerBatch);
     AudioThread audio(chain);
     auto message = messages.begin();
     for (std::uint64_t vector = 0;;) {
@@ -40,7 +52,7 @@ void SoundRun::Perform(const std::vector<TimedMessage>& messages, const Interrup
         if (vector == length.NumVectors()) break;
         if (interruption.Requested()) throw std::runtime_error("interrupted");
 
-        std::uint64_t end = std::min(vector + maxVectors, length.NumVectors());
+        std::uint64_t end = std::min(vector + vectorsPerBatch, length.NumVectors());
         if (message != messages.end()) end = std::min(end, message->vector);
         ProcessBatch(audio, vector, static_cast<unsigned long>(end - vector));
         vector = end;

@@ -24,7 +24,7 @@ public:
     };
 
     /// Frames of a batch at most; sources and sinks must be made for blocks of that size.
-    static unsigned long FramesPerBatch(unsigned long vectorSize);
+    static unsigned long MaxBatchFrames(unsigned long vectorSize);
 
     /// @param source, sink may be null: the inlets then get silence, and what leaves the outlets is dropped
     SoundRun(Box& box, const RunLength& length, const Connections& connections, SoundSource* source, SoundSink* sink);
@@ -44,6 +44,7 @@ private:
     const Connections connections;
     SoundSource* const source;
     SoundSink* const sink;
+    const unsigned long vectorsPerBatch;
     DspChain chain;
 };
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "audiofiles/VelmoDspAiffFileReader.h"
+#include "audiofiles/VelmoDspWavFileReader.h"
 #include "sound/SoundError.h"
 #include "sound/SoundPath.h"
 #include "utils/VelmoDspException.h"
@@ -43,12 +44,19 @@ std::string FindTemporaryPath(const fs::path& path) {
     return candidate.string();
 }
 
-/// The sizes in an AIFF header have 32 bits; a WAV file turns into its large form by itself.
-void CheckLength(const SoundSink::Format& format) {
-    constexpr std::uint64_t kHeaderBytes = 54, kMaxBytes = 0xFFFFFFFF;
+template <class Reader>
+bool HasExtensionOf(const std::string& path) {
     velmodsp::StringArray extensions;
-    velmodsp::AiffFileReader::GetListOfPossibleExtensions(extensions);
-    if (!LibraryFile(format.path).HasOneOfTheseExtensions(extensions)) return;
+    Reader::GetListOfPossibleExtensions(extensions);
+    return LibraryFile(path).HasOneOfTheseExtensions(extensions);
+}
+
+void CheckFormat(const SoundSink::Format& format) {
+    if (HasExtensionOf<velmodsp::WavFileReader>(format.path)) return;  // turns into its large form by itself
+    if (!HasExtensionOf<velmodsp::AiffFileReader>(format.path)) {
+        throw CannotWrite(format.path, "only WAV and AIFF files can be written (.wav, .bwf, .aif, .aiff)");
+    }
+    constexpr std::uint64_t kHeaderBytes = 54, kMaxBytes = 0xFFFFFFFF;  // sizes in the header have 32 bits
     const std::uint64_t bytesPerFrame =
         std::uint64_t{format.numChannels} * static_cast<unsigned>(format.bitsPerSample) / 8;
     if (format.numFrames > (kMaxBytes - kHeaderBytes) / bytesPerFrame) {
@@ -75,7 +83,7 @@ SoundSink::SoundSink(const Format& format, unsigned long blockFrames)
       temporaryPath(FindTemporaryPath(path)),
       block(format.numChannels, blockFrames, true) {
     CheckFinalPath(path);
-    CheckLength(format);
+    CheckFormat(format);
     writer = CreateWriter(format, temporaryPath);
 }
 
