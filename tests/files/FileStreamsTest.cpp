@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 
 #include <csignal>
@@ -160,6 +161,16 @@ TEST_F(FileStreamsTest, TellsHowMuchAFullDiskTook) {
     EXPECT_FALSE(writtenPartly);
     EXPECT_EQ(position, 100);
     EXPECT_FALSE(writtenBytes);
+}
+
+TEST_F(FileStreamsTest, WritesMoreThanOneSystemCallCanTake) {
+    constexpr std::size_t size = std::size_t{3} << 30;
+    void* zeros = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(zeros, MAP_FAILED);
+    FileWriter writer{File("/dev/null")};
+    EXPECT_TRUE(writer.Write(zeros, size));
+    EXPECT_EQ(writer.GetPosition(), static_cast<std::int64_t>(size));
+    munmap(zeros, size);
 }
 
 }  // namespace

@@ -49,29 +49,17 @@ TEST(StringArray, SplitsItsOwnElementsAndStreams) {
     EXPECT_EQ(Contents(array.SplitString(stream, "=")), (std::vector<std::string>{"x", "1"}));
 }
 
-TEST(StringArray, CopiesDeeplyAndResizesWithEmptyStrings) {
-    StringArray array;
-    array.Resize(3);
-    EXPECT_EQ(Contents(array), (std::vector<std::string>{"", "", ""}));
-    array[0] = "first";
-    StringArray copy;
-    copy = array;
-    copy[0].Append('!');
-    copy.Resize(1);
-    EXPECT_EQ(Contents(copy), std::vector<std::string>{"first!"});
-    EXPECT_EQ(array[0], "first");
-}
-
-TEST(StringArray, ReportsGrowthThatFails) {
+TEST(StringArray, GrowsWithEmptyStringsAndReportsGrowthThatFails) {
     StringArray array;
     array.PushBack("kept");
+    array.Resize(2);
     try {
         array.Resize(std::numeric_limits<unsigned long>::max());
         FAIL() << "no memory is that large";
     } catch (const Exception& exception) {
         EXPECT_THAT(exception.what(), HasSubstr(" occured in velmodsp::StringArray::Resize(unsigned long)"));
     }
-    EXPECT_EQ(Contents(array), std::vector<std::string>{"kept"});
+    EXPECT_EQ(Contents(array), (std::vector<std::string>{"kept", ""}));
 }
 
 }  // namespace
