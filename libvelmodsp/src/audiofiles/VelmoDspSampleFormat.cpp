@@ -1,6 +1,6 @@
 #include "audiofiles/VelmoDspSampleFormat.h"
 
-#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -68,12 +68,23 @@ int LoadWord(const void* source) noexcept {
 
 void StoreWord(int word, void* dest) noexcept { std::memcpy(dest, &word, sizeof word); }
 
+constexpr std::uint32_t AllBitsIf(bool condition) { return 0u - static_cast<std::uint32_t>(condition); }
+
+/// Selects with masks made of the sample's bits: compilers turn comparisons of floats into branches here, NaN being one
+/// more case, and then do not vectorise.
 int WordOf(float sample) noexcept {
+    constexpr std::uint32_t one = 0x3F800000, infinity = 0x7F800000, highestWord = 0x7FFFFFFF;
+    const std::uint32_t bits = std::bit_cast<std::uint32_t>(sample);
+    const std::uint32_t magnitude = bits & 0x7FFFFFFF;
+    const std::uint32_t isInside = AllBitsIf(magnitude < one);
+    const std::uint32_t isNumber = AllBitsIf(magnitude <= infinity);
+
     // Adding and taking off 1.5 * 2^52 leaves a double rounded to a whole number, and unlike lrint it vectorises.
     constexpr double rounder = 0x1.8p52;
-    const double scaled = (sample == sample ? sample : 0.0f) * 2147483648.0;
-    const double limited = std::min(std::max(scaled, -2147483648.0), 2147483647.0);
-    return static_cast<int>((limited + rounder) - rounder);
+    const double scaled = std::bit_cast<float>(bits & isInside) * 2147483648.0;
+    const int rounded = static_cast<int>((scaled + rounder) - rounder);
+    const std::uint32_t fullScale = highestWord + (bits >> 31);  // the sign makes it the lowest word
+    return static_cast<int>(static_cast<std::uint32_t>(rounded) | (fullScale & isNumber & ~isInside));
 }
 
 }  // namespace
