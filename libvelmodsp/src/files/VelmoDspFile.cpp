@@ -147,7 +147,8 @@ bool File::ExistsAsFile() const {
 
 bool File::DeleteFile() const {
     if (fullPath.IsEmpty() || !FileSystem::Exists(fullPath)) return true;
-    return FileSystem::IsDirectory(fullPath) ? FileSystem::RemoveEmptyDirectory(fullPath) : FileSystem::RemoveFile(fullPath);
+    return FileSystem::IsDirectory(fullPath) ? FileSystem::RemoveEmptyDirectory(fullPath)
+                                             : FileSystem::RemoveFile(fullPath);
 }
 
 bool File::CreateDirectory() const { return CreateDirectoryAt(fullPath); }
