@@ -43,7 +43,7 @@ channels=$($bin/examples/bad_samples "$poisoned" | grep -c '^channel') || true
 
 step "Repairing it with tesk.fixnan~; what the Max window shows:"
 show $bin/velmohost run "tesk.fixnan~ @numchannels $channels" --in "$poisoned" --out "$repaired" \
-    --message "postdspstate"
+    --at 0.1 "postdspstate"
 
 step "Bad samples after"
 show $bin/examples/bad_samples "$repaired"
