@@ -13,7 +13,7 @@ using Channels = std::vector<std::vector<float>>;
 
 /// All samples of a sound file, channel by channel.
 inline Channels ReadSound(const std::string& path) {
-    velmohost::SoundSource source(path, 1000);
+    velmohost::SoundSource source(path);
     Channels channels(source.NumChannels());
     while (const unsigned long n = source.ReadBlock(1000)) {
         for (unsigned c = 0; c < channels.size(); ++c) {

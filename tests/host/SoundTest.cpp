@@ -56,7 +56,7 @@ TEST_F(SoundTest, WrittenBlocksReadBackInBlocksOfOtherSizes) {
         EXPECT_FALSE(sink.Finish());
     }
     EXPECT_EQ(ReadSound(folder / "a.wav"), sound);
-    EXPECT_EQ(SoundSource(folder / "a.wav", 1).Samplerate(), 48000.0);
+    EXPECT_EQ(SoundSource(folder / "a.wav").Samplerate(), 48000.0);
     EXPECT_THAT(FileNames(), ElementsAre("a.wav"));
 }
 
@@ -66,7 +66,7 @@ TEST_F(SoundTest, SourcesRefuseWhatIsNoSoundFile) {
     for (const auto& [name, reason] : {std::pair("missing.wav", "no such file"), std::pair("", "it is a folder"),
                                        std::pair("text.wav", "not a valid"), std::pair("empty.aiff", "not a valid")}) {
         const std::string path = folder / name;
-        EXPECT_THAT([&] { SoundSource(path, 64); },
+        EXPECT_THAT([&] { SoundSource source(path); },
                     testing::ThrowsMessage<SoundError>(AllOf(HasSubstr("cannot read " + path), HasSubstr(reason))));
     }
 }
@@ -79,7 +79,7 @@ TEST_F(SoundTest, FilesCutShortReadAsSilenceAndSaySo) {
     EXPECT_EQ(sound[0][99], 0.5f);
     EXPECT_EQ(sound[0][100], 0.0f);
     // The header's own bytes count as samples: 104 bytes are 26 frames.
-    EXPECT_EQ(SoundSource(folder / "a.wav", 64).NumMissingFrames(), 1000u - 126u);
+    EXPECT_EQ(SoundSource(folder / "a.wav").NumMissingFrames(), 1000u - 126u);
 }
 
 TEST_F(SoundTest, GivenUpSinksLeaveTheOldFileAlone) {

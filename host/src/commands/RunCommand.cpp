@@ -1,5 +1,6 @@
 #include "commands/RunCommand.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -23,8 +24,7 @@ namespace {
 
 std::unique_ptr<SoundSource> OpenSource(const RunOptions& options) {
     if (!options.in) return nullptr;
-    auto source =
-        std::make_unique<SoundSource>(*options.in, SoundRun::MaxBatchFrames(static_cast<unsigned long>(options.block)));
+    auto source = std::make_unique<SoundSource>(*options.in);
     if (source->NumMissingFrames() > 0) {
         PrintNotice(*options.in + " is cut short: " + Count(source->NumMissingFrames(), "frame") + " of " +
                     std::to_string(source->LengthInFrames()) + " are missing and read as silence");
@@ -71,12 +71,17 @@ void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, 
                 " left out");
 }
 
-std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& length, const Box& box) {
+std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& length, const Box& box,
+                                    unsigned long batchFrames) {
     if (!options.out) return nullptr;
     if (box.NumSignalOutlets() == 0) throw UsageError(box.ClassName() + " has no signal outlets for --out");
     return std::make_unique<SoundSink>(
         SoundSink::Format{*options.out, length.samplerate, box.NumSignalOutlets(), options.bits, length.frames},
-        SoundRun::MaxBatchFrames(length.vectorSize));
+        batchFrames);
+}
+
+unsigned CountChannels(const SoundSource* source, const Box& box) {
+    return std::max({source != nullptr ? source->NumChannels() : 0, box.NumSignalInlets(), box.NumSignalOutlets()});
 }
 
 void TellOfLateMessages(const std::vector<TimedMessage>& messages, const RunLength& length) {
@@ -110,11 +115,13 @@ int RunObject(const RunOptions& options) {
     const SoundRun::Connections connections = GetConnections(options, source.get(), *box);
     if (source) TellOfUnusedChannels(options, *source, *box);
     const Interruption interruption;
-    const std::unique_ptr<SoundSink> sink = OpenSink(options, length, *box);
+    const unsigned long batchFrames = SoundRun::ChooseBatchFrames(length.vectorSize, CountChannels(source.get(), *box));
+    const std::unique_ptr<SoundSink> sink = OpenSink(options, length, *box, batchFrames);
     for (const std::string& message : options.messages) box->Send(message);
 
     const std::vector<TimedMessage> messages = ScheduleMessages(options.atTimes, length);
-    SoundRun(*box, length, connections, source.get(), sink.get()).Perform(messages, interruption, progress);
+    SoundRun(*box, length, connections, batchFrames, source.get(), sink.get())
+        .Perform(messages, interruption, progress);
     progress.Hide();
     TellOfLateMessages(messages, length);
     if (sink) FinishSink(*sink, options);

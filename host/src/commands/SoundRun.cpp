@@ -16,29 +16,24 @@ namespace {
 
 // Enough that handing a batch to the audio thread and calling the system cost little beside the work itself, but not
 // more samples of all channels together than the processor's caches hold.
-constexpr unsigned long kMaxBatchFrames = 4096;
+constexpr unsigned long kMaxBatchFrames = 16384;
 constexpr unsigned long kMaxBatchSamples = 65536;
-
-unsigned long CountVectorsPerBatch(unsigned long vectorSize, const SoundRun::Connections& connections) {
-    const std::size_t numChannels = std::max({connections.inlets.size(), connections.outlets.size(), std::size_t{1}});
-    const unsigned long vectorsInCache = kMaxBatchSamples / static_cast<unsigned long>(numChannels) / vectorSize;
-    return std::clamp(vectorsInCache, 1ul, SoundRun::MaxBatchFrames(vectorSize) / vectorSize);
-}
 
 }  // namespace
 
-unsigned long SoundRun::MaxBatchFrames(unsigned long vectorSize) {
-    return std::max(1ul, kMaxBatchFrames / vectorSize) * vectorSize;
+unsigned long SoundRun::ChooseBatchFrames(unsigned long vectorSize, unsigned numChannels) {
+    const unsigned long frames = std::min(kMaxBatchFrames, kMaxBatchSamples / std::max(numChannels, 1u));
+    return std::max(1ul, frames / vectorSize) * vectorSize;
 }
 
-SoundRun::SoundRun(Box& soundBox, const RunLength& runLength, const Connections& connected, SoundSource* soundSource,
-                   SoundSink* soundSink)
+SoundRun::SoundRun(Box& soundBox, const RunLength& runLength, const Connections& connected, unsigned long batchFrames,
+                   SoundSource* soundSource, SoundSink* soundSink)
     : box(soundBox),
       length(runLength),
       connections(connected),
+      vectorsPerBatch(batchFrames / runLength.vectorSize),
       source(soundSource),
-      sink(soundSink),
-      vectorsPerBatch(CountVectorsPerBatch(length.vectorSize, connections)) {}
+      sink(soundSink) {}
 
 void SoundRun::Perform(const std::vector<TimedMessage>& messages, const Interruption& interruption,
                        Progress& progress) {

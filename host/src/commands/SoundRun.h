@@ -23,11 +23,15 @@ public:
         std::vector<bool> inlets, outlets;  ///< one entry per signal inlet / outlet
     };
 
-    /// Frames of a batch at most; sources and sinks must be made for blocks of that size.
-    static unsigned long MaxBatchFrames(unsigned long vectorSize);
+    /// A good number of frames to process at a time, in whole vectors.
+    /// @param numChannels the most channels that any part of the run has
+    static unsigned long ChooseBatchFrames(unsigned long vectorSize, unsigned numChannels);
 
-    /// @param source, sink may be null: the inlets then get silence, and what leaves the outlets is dropped
-    SoundRun(Box& box, const RunLength& length, const Connections& connections, SoundSource* source, SoundSink* sink);
+    /// @param batchFrames frames to process at a time, a multiple of the vector size
+    /// @param source may be null: the inlets then get silence
+    /// @param sink takes blocks of `batchFrames`; may be null: what leaves the outlets is then dropped
+    SoundRun(Box& box, const RunLength& length, const Connections& connections, unsigned long batchFrames,
+             SoundSource* source, SoundSink* sink);
 
     /// Runs the whole length, sending `messages` on the way; those at the run's end are sent after the last vector,
     /// those past it not at all. Main thread.
@@ -42,9 +46,9 @@ private:
     Box& box;
     const RunLength length;
     const Connections connections;
+    const unsigned long vectorsPerBatch;
     SoundSource* const source;
     SoundSink* const sink;
-    const unsigned long vectorsPerBatch;
     DspChain chain;
 };
 

@@ -19,7 +19,7 @@ bool IsDumpOutlet(t_object* owner, t_outlet* outlet) {
 
 std::string FormatDump(t_symbol* selector, long ac, const t_atom* av) {
     std::string line = std::string("[dumpout] ") + selector->s_name;
-    if (ac > 0) line += " " + AtomsToText(ac, av);
+    if (ac > 0) line.append(" ").append(AtomsToText(ac, av));
     return line;
 }
 

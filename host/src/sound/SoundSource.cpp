@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
 #include "sound/SoundError.h"
@@ -38,11 +39,8 @@ std::uint64_t CountMissingFrames(const velmodsp::AudioFileReader& reader, std::u
 
 }  // namespace
 
-SoundSource::SoundSource(const std::string& soundPath, unsigned long maxBlockFrames)
-    : path(soundPath),
-      blockFrames(maxBlockFrames),
-      reader(Open(soundPath)),
-      block(reader->GetNumChannels(), maxBlockFrames, true) {
+SoundSource::SoundSource(const std::string& soundPath)
+    : path(soundPath), reader(Open(soundPath)), block(reader->GetNumChannels(), 0, true) {
     std::error_code error;
     const std::uintmax_t fileBytes = fs::file_size(path, error);
     if (!error) numMissingFrames = CountMissingFrames(*reader, fileBytes);
@@ -50,9 +48,14 @@ SoundSource::SoundSource(const std::string& soundPath, unsigned long maxBlockFra
 
 unsigned long SoundSource::ReadBlock(unsigned long maxFrames) {
     const std::uint64_t left = LengthInFrames() - position;
-    const auto frames = static_cast<unsigned long>(std::min<std::uint64_t>({left, maxFrames, blockFrames}));
+    const auto frames = static_cast<unsigned long>(std::min<std::uint64_t>(left, maxFrames));
     if (frames == 0) return 0;
-    if (!reader->ReadSamples(block, 0, frames, position)) throw SoundError("cannot read " + path);
+    try {
+        if (frames > block.GetNumSamples()) block.Resize(block.GetNumChannels(), frames);
+        if (!reader->ReadSamples(block, 0, frames, position)) throw std::runtime_error("the read failed");
+    } catch (const std::exception& cause) {
+        throw SoundError("cannot read " + path + ": " + cause.what());
+    }
     position += frames;
     return frames;
 }

@@ -11,15 +11,15 @@ namespace velmohost {
 
 /// A sound file read block by block: its memory is one block, however long the file.
 ///
-///     SoundSource source("in.wav", 4096);
-///     while (const unsigned long n = source.ReadBlock()) use(source.Channel(0), n);
+///     SoundSource source("in.wav");
+///     while (const unsigned long n = source.ReadBlock(4096)) use(source.Channel(0), n);
 ///
 /// Main thread.
 class SoundSource {
 public:
-    /// Opens `path` for blocks of at most `blockFrames` frames.
-    /// @throws SoundError when the file is missing, unreadable or not a sound file
-    SoundSource(const std::string& path, unsigned long blockFrames);
+    /// Opens the file at `path`.
+    /// @throws SoundError when it is missing, unreadable or not a sound file
+    explicit SoundSource(const std::string& path);
 
     unsigned NumChannels() const { return reader->GetNumChannels(); }
     double Samplerate() const { return reader->GetSampleRate(); }
@@ -28,8 +28,9 @@ public:
     /// Frames that the file's header promises but the file does not hold; they read as silence.
     std::uint64_t NumMissingFrames() const { return numMissingFrames; }
 
-    /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end.
-    /// @throws SoundError when the file cannot be read
+    /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end. The block's memory grows to the
+    /// largest that was asked for.
+    /// @throws SoundError when the file cannot be read or there is no memory
     unsigned long ReadBlock(unsigned long maxFrames);
 
     /// The last block's samples of a channel, valid until the next block is read.
@@ -37,7 +38,6 @@ public:
 
 private:
     const std::string path;
-    const unsigned long blockFrames;
     std::unique_ptr<velmodsp::AudioFileReader> reader;
     velmodsp::AudioBuffer block;
     std::uint64_t position = 0;  // frames read so far
