@@ -6,8 +6,8 @@
 ///
 ///     y[n] = x[n] + 2 r cos(theta) y[n-1] - r^2 y[n-2]
 ///
-/// with its poles at r e^(+-j theta). Below r = 1 it rings and dies away; here r is 1.01, so y grows by one per cent a
-/// sample. A level control divides by the peak heard so far, so nothing sounds wrong while y climbs to 1e38; then y
+/// with its poles at r e^(+-j theta). Below r = 1 it rings and dies away; here r is 1.0045, so y doubles every 154
+/// samples. A level control divides by the peak heard so far, so nothing sounds wrong while y climbs to 1e38; then y
 /// leaves the range of 32-bit floats: one infinity goes out, the level control becomes 1 / infinity = 0, and from there
 /// on infinity - infinity and 0 * infinity make every sample NaN, until somebody clears the filter's memory. The
 /// imaginary somebody here does so twice a second.
@@ -30,7 +30,7 @@ namespace {
 
 constexpr unsigned long kBlockSize = 4096;     // samples
 constexpr double kSecondsBetweenClears = 0.5;  // how long the filter is left to itself
-constexpr float kPoleRadius = 1.01f;           // above 1: unstable
+constexpr float kPoleRadius = 1.0045f;         // above 1: unstable
 constexpr double kLowestResonance = 440.0;     // Hz, channel 1; every further channel is a fifth higher
 
 /// One channel's resonator with its level control.
