@@ -98,13 +98,13 @@ TEST(AudioBuffer, GainsOfOneAndZeroAreExact) {
     EXPECT_EQ(std::bit_cast<std::uint32_t>(buffer.GetChannel(0)[0]), 0x7FA00001u);
     EXPECT_EQ(std::bit_cast<std::uint32_t>(buffer.GetChannel(0)[1]), 0x80000000u);
 
-    const double doubles[] = {std::nan(""), 0.1};
+    const double doubles[] = {std::nan(""), 0.3};
     buffer.CopyFrom(0, 0, doubles, 2, 0.0f);
     EXPECT_THAT(Channel(buffer, 0), ElementsAre(0, 0));
     buffer.CopyFrom(0, 0, doubles, 2, 1.0f);
     EXPECT_TRUE(std::isnan(buffer.GetChannel(0)[0]));
     buffer.CopyFrom(0, 0, doubles, 2, 3.0f);
-    EXPECT_EQ(buffer.GetChannel(0)[1], 0.1f * 3.0f);  // narrowed first: float(0.1 * 3) is another number
+    EXPECT_EQ(buffer.GetChannel(0)[1], 0.3f * 3.0f);  // narrowed first: float(0.3 * 3) is another number
 }
 
 TEST(AudioBuffer, ChannelsOfAnotherBufferAreTakenOverTheCommonLength) {

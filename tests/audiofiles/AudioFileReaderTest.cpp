@@ -170,7 +170,8 @@ TEST_F(AudioFileReading, AiffRatesAreWholeHertzWithinRange) {
 }
 
 TEST_F(AudioFileReading, BeyondTheLastFrameThereIsSilence) {
-    const auto reader = Open(Wav(1, 2, 8, Bytes(40, 0xC0)));
+    const Bytes loud(40, 0xC0);
+    const auto reader = Open(Riff(WavFormat(1, 2, 48000, 8) + RiffChunk("data", loud) + RiffChunk("LIST", loud)));
     Samples expected(100, 0.0f);
     std::fill_n(expected.begin(), 10, 0.5f);
     EXPECT_EQ(Read(*reader, 100, 10, 1), expected);

@@ -292,17 +292,18 @@ private:
 TEST_F(AudioFileWriting, AfterAFailedWriteTheFileHoldsWhatWasWrittenBefore) {
     for (const char* name : {"full.wav", "full.aif"}) {
         SCOPED_TRACE(name);
+        const unsigned long length = 9999 + 8192;
         {
             const FileSizeLimit limit(20000);
             auto writer = AudioFileWriter::CreateWriterFor(File(String(folder / name)), 44100, 1, 8, false);
             EXPECT_TRUE(writer->WriteSamples(*Repeated(1, std::vector(9999, 0.5f)), 0, 9999));
-            // The converter's first block of 8192 still fits in part, so the rest of the file is not touched.
+            // The first block of 8192 frames still fits.
             EXPECT_FALSE(writer->WriteSamples(*Repeated(1, std::vector(20000, 0.25f)), 0, 20000));
             EXPECT_FALSE(writer->WriteSamples(*Repeated(1, {0.25f}), 0, 1));
             EXPECT_TRUE(writer->HasFailed());
+            EXPECT_EQ(AudioFileReader::CreateReaderFor(File(String(folder / name)))->GetLengthInSamples(), length);
         }
         const auto reader = AudioFileReader::CreateReaderFor(File(String(folder / name)));
-        const unsigned long length = 9999 + 8192;
         ASSERT_EQ(reader->GetLengthInSamples(), length);
         AudioBuffer read(1, length, true);
         EXPECT_TRUE(reader->ReadSamples(read, 0, length, 0));
