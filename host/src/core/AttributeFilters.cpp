@@ -30,8 +30,10 @@ void Clip(const ClipFilter& filter, t_atom& atom) {
     const bool tooHigh = filter.useMax && value > filter.max;
     if (!tooLow && !tooHigh) return;
     const double limit = tooLow ? filter.min : filter.max;
-    if (atom.a_type == A_LONG) {
-        atom_setlong(&atom, TruncateToLong(limit));
+    // A whole limit keeps a long a long; another one is met exactly.
+    const t_atom_long wholeLimit = TruncateToLong(limit);
+    if (atom.a_type == A_LONG && static_cast<double>(wholeLimit) == limit) {
+        atom_setlong(&atom, wholeLimit);
     } else {
         atom_setfloat(&atom, limit);
     }

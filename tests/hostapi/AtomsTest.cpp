@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "ApiObjects.h"
+#include "ext_obex_util.h"
+
+using velmohost::AtomsToText;
+using velmohost::ParseAtoms;
+
+namespace {
+
+t_atom SymbolAtom(const char* text) {
+    t_atom atom;
+    atom_setsym(&atom, gensym(text));
+    return atom;
+}
+
+t_atom FloatAtom(double value) {
+    t_atom atom;
+    atom_setfloat(&atom, value);
+    return atom;
+}
+
+TEST(Atoms, BecomeNumbersByCuttingWideningAndReading) {
+    struct Row {
+        t_atom atom;
+        t_atom_long asLong;
+        double asFloat;
+    };
+    constexpr t_atom_long top = std::numeric_limits<t_atom_long>::max();
+    const Row rows[] = {
+        {FloatAtom(2.9), 2, 2.9},   {FloatAtom(-2.9), -2, -2.9},      {FloatAtom(1e300), top, 1e300},
+        {SymbolAtom("17"), 17, 17}, {SymbolAtom("-1.5e1"), -15, -15}, {SymbolAtom("17 apples"), 0, 0},
+        {SymbolAtom("inf"), 0, 0},  {SymbolAtom(""), 0, 0},           {t_atom{}, 0, 0},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(AtomsToText(1, &row.atom));
+        EXPECT_EQ(atom_getlong(&row.atom), row.asLong);
+        EXPECT_EQ(atom_getfloat(&row.atom), row.asFloat);
+    }
+    const t_atom nan = FloatAtom(NAN);
+    EXPECT_EQ(atom_getlong(&nan), 0);
+}
+
+TEST(Atoms, OfOtherTypesGiveTheEmptySymbolAndNoObject) {
+    const t_atom number = FloatAtom(1.0);
+    EXPECT_EQ(atom_getsym(&number), gensym(""));
+    EXPECT_EQ(atom_getobj(&number), nullptr);
+}
+
+TEST(AtomText, IsReadByTheRulesOfABox) {
+    struct Row {
+        const char* text;
+        std::vector<std::pair<long, std::string>> atoms;  // type, and the value as plain text
+    };
+    const Row rows[] = {
+        {"foo 1 -2 +3", {{A_SYM, "foo"}, {A_LONG, "1"}, {A_LONG, "-2"}, {A_LONG, "3"}}},
+        {"1. .5 2e3 -1.5E-1",
+         {{A_FLOAT, "1.000000"}, {A_FLOAT, "0.500000"}, {A_FLOAT, "2000.000000"}, {A_FLOAT, "-0.150000"}}},
+        {"1.2.3 2e - . 0x10 nan inf",
+         {{A_SYM, "1.2.3"},
+          {A_SYM, "2e"},
+          {A_SYM, "-"},
+          {A_SYM, "."},
+          {A_SYM, "0x10"},
+          {A_SYM, "nan"},
+          {A_SYM, "inf"}}},
+        {"\"two words\" \"12\" \"\"", {{A_SYM, "two words"}, {A_SYM, "12"}, {A_SYM, ""}}},
+        {"a\\ b \\12 \\\"q\\\"", {{A_SYM, "a b"}, {A_SYM, "12"}, {A_SYM, "\"q\""}}},
+        {"\"open quote", {{A_SYM, "open quote"}}},
+        {"9223372036854775807", {{A_LONG, "9223372036854775807"}}},
+        {"9223372036854775808", {{A_FLOAT, "9223372036854775808.000000"}}},
+        {" \t\n ", {}},
+    };
+    constexpr long plain = OBEX_UTIL_ATOM_GETTEXT_SYM_NO_QUOTE | OBEX_UTIL_ATOM_GETTEXT_FORCE_ZEROS;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        const std::vector<t_atom> atoms = ParseAtoms(row.text);
+        ASSERT_EQ(atoms.size(), row.atoms.size());
+        for (std::size_t i = 0; i < atoms.size(); ++i) {
+            EXPECT_EQ(atom_gettype(&atoms[i]), row.atoms[i].first);
+            EXPECT_EQ(AtomsToText(1, &atoms[i], plain), row.atoms[i].second);
+        }
+    }
+}
+
+TEST(AtomText, ReadsBackAsTheSameAtoms) {
+    std::vector<t_atom> atoms = ParseAtoms("foo 7 \"7\" \"two words\" \"\" say\\\"so\\\\ -3");
+    for (const double value : {0.5, 2.0, 1e20, 1.0 / 3.0, 1e-300, 123456789.125, -0.0})
+        atoms.push_back(FloatAtom(value));
+    const std::vector<t_atom> read = ParseAtoms(AtomsToText(static_cast<long>(atoms.size()), atoms.data()));
+    ASSERT_EQ(read.size(), atoms.size());
+    for (std::size_t i = 0; i < atoms.size(); ++i) {
+        EXPECT_EQ(read[i].a_type, atoms[i].a_type) << i;
+        EXPECT_EQ(read[i].a_w.w_long, atoms[i].a_w.w_long) << i;  // same bits, whatever the type
+    }
+}
+
+TEST(AtomText, ShowsNumbersAsMusiciansTypeThem) {
+    const t_atom narrow = FloatAtom(static_cast<double>(0.1f));
+    EXPECT_EQ(AtomsToText(1, &narrow), "0.1");
+    const t_atom whole = FloatAtom(250.0);
+    EXPECT_EQ(AtomsToText(1, &whole), "250.");
+}
+
+TEST(AtomText, GoesIntoTheCallersMemoryOrANewCopy) {
+    long ac = 0;
+    t_atom* av = nullptr;
+    ASSERT_EQ(atom_setparse(&ac, &av, "mode 3 0.25"), MAX_ERR_NONE);
+    ASSERT_EQ(ac, 3);
+    long size = 0;
+    char* text = nullptr;
+    ASSERT_EQ(atom_gettext(ac, av, &size, &text, 0), MAX_ERR_NONE);
+    EXPECT_STREQ(text, "mode 3 0.25");
+    sysmem_freeptr(text);
+
+    char small[6] = "";
+    text = small;
+    size = sizeof(small);
+    atom_gettext(ac, av, &size, &text, 0);
+    EXPECT_STREQ(small, "mode ");
+    sysmem_freeptr(av);
+
+    t_atom own[2];
+    av = own;
+    ac = 2;
+    ASSERT_EQ(atom_setparse(&ac, &av, "1 2 3"), MAX_ERR_NONE);
+    EXPECT_EQ(av, own);
+    EXPECT_EQ(ac, 2);
+    EXPECT_EQ(atom_getlong(own + 1), 2);
+}
+
+TEST(AtomFormat, ReadsEveryLetter) {
+    const float floats[] = {0.5f, 1.5f};
+    const double doubles[] = {2.25};
+    const t_atom_long longs[] = {4, 5};
+    t_symbol* const symbols[] = {gensym("x"), gensym("two words")};
+    t_atom single = FloatAtom(9.5);
+    velmotest::Owned<t_object> object(reinterpret_cast<t_object*>(dictionary_new()));
+    long ac = 0;
+    t_atom* av = nullptr;
+    ASSERT_EQ(atom_setformat(&ac, &av, "clfdsoaFDLSpA", 'A', t_atom_long{1} << 40, 0.5, 0.25, gensym("s"), object.get(),
+                             &single, 2L, floats, 1L, doubles, 2L, longs, 2L, symbols, "p 1", 1L, &single),
+              MAX_ERR_NONE);
+    EXPECT_EQ(AtomsToText(ac, av),
+              "65 1099511627776 0.5 0.25 s <dictionary> 9.5 0.5 1.5 2.25 4 5 x \"two words\" p 1 9.5");
+    sysmem_freeptr(av);
+    av = nullptr;
+    ac = 0;
+    EXPECT_NE(atom_setformat(&ac, &av, "l?", t_atom_long{1}), MAX_ERR_NONE);
+    EXPECT_EQ(av, nullptr);
+}
+
+TEST(AtomArguments, AreWrittenOnlyWhenTheyExist) {
+    const std::vector<t_atom> atoms = ParseAtoms("3 foo");
+    const long ac = static_cast<long>(atoms.size());
+    t_atom_long number = -1;
+    EXPECT_EQ(atom_arg_getlong(&number, 0, ac, atoms.data()), 0);
+    EXPECT_NE(atom_arg_getlong(&number, 2, ac, atoms.data()), 0);
+    EXPECT_EQ(number, 3);
+    t_symbol* symbol = nullptr;
+    EXPECT_NE(atom_arg_getsym(&symbol, 0, ac, atoms.data()), 0);
+    EXPECT_EQ(atom_arg_getsym(&symbol, 1, ac, atoms.data()), 0);
+    EXPECT_EQ(symbol, gensym("foo"));
+}
+
+}  // namespace
