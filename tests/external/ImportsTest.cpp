@@ -1,0 +1,73 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace {
+
+const std::string pluginPath = std::string(VELMO_EXTERNALS_DIR) + "/tesk.fixnan~" VELMO_EXTERNAL_SUFFIX;
+
+/// The names that the host exports to plug-ins, from the lists that its import libraries are made from.
+std::set<std::string> HostFunctions() {
+    const auto exports = std::filesystem::path(__FILE__).parent_path() / "../../host/exports";
+    std::set<std::string> names;
+    for (const char* list : {"MaxAPI.def", "MaxAudio.def"}) {
+        std::ifstream file(exports / list);
+        for (std::string word; file >> word;) names.insert(word);
+    }
+    return names;
+}
+
+/// The plug-in's dynamic symbols as `nm` lists them: kind and name, with the version of the library they come from.
+std::vector<std::pair<char, std::string>> DynamicSymbols(const std::string& selection) {
+    const std::string command = "nm --dynamic --format=posix " + selection + " '" + pluginPath + "'";
+    std::FILE* const nm = popen(command.c_str(), "r");
+    std::vector<std::pair<char, std::string>> symbols;
+    std::array<char, 4096> line{};
+    while (nm && std::fgets(line.data(), line.size(), nm)) {
+        std::istringstream words(line.data());
+        std::string name;
+        char kind = 0;
+        words >> name >> kind;
+        symbols.emplace_back(kind, name);
+    }
+    EXPECT_TRUE(nm && pclose(nm) == 0) << command;
+    return symbols;
+}
+
+bool IsSanitizers(const std::pair<char, std::string>& symbol) {
+    return symbol.second.starts_with("__asan") || symbol.second.starts_with("__tsan");
+}
+
+TEST(Plugin, ImportsFunctionsOfTheHostAndOfTheSystemAlone) {
+    const std::set<std::string> hostFunctions = HostFunctions();
+    const auto imports = DynamicSymbols("--undefined-only");
+    if (std::any_of(imports.begin(), imports.end(), IsSanitizers)) {
+        GTEST_SKIP() << "a sanitizer stands between the plug-in and the C library";
+    }
+    int hostImports = 0;
+    for (const auto& [kind, import] : imports) {
+        const std::string name = import.substr(0, import.find('@'));
+        const bool isOfTheSystem = name != import;  // a symbol version tells the library
+        const bool isOptional = kind == 'w';
+        EXPECT_TRUE(isOfTheSystem || isOptional || hostFunctions.contains(name)) << import;
+        // The C library has functions under names of the host's: those must not have been found there.
+        EXPECT_FALSE(isOfTheSystem && hostFunctions.contains(name)) << import;
+        hostImports += hostFunctions.contains(name);
+    }
+    EXPECT_GT(hostImports, 30);
+}
+
+TEST(Plugin, ExportsItsEntryPointsAlone) {
+    std::set<std::string> names;
+    for (const auto& [kind, name] : DynamicSymbols("--defined-only")) names.insert(name);
+    EXPECT_EQ(names, (std::set<std::string>{"ext_main", "main"}));
+}
+
+}  // namespace

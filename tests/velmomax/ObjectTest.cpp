@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include "Probe.h"
+#include "core/AtomText.h"
+#include "core/Messages.h"
+#include "core/Objects.h"
+
+namespace velmomax {
+namespace {
+
+/// The rows that a user's message to the object leads to.
+Rows RowsOf(Probe& probe, const std::string& message) {
+    std::vector<t_atom> atoms = velmohost::ParseAtoms(message);
+    probe.window.Take();
+    velmohost::SendMessage(reinterpret_cast<t_object*>(probe.x), 0, atom_getsym(atoms.data()),
+                           static_cast<long>(atoms.size()) - 1, atoms.data() + 1);
+    return probe.window.Take();
+}
+
+TEST(ServiceMessages, VersionIsTheLabelOfItsAttribute) {
+    Probe probe;
+    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: Version 1.2.3 (Build now)"});
+    // An attribute of the object itself hides its class's: first without a label, then with a number for one.
+    object_addattr(probe.x, attribute_new("externalversion", gensym("symbol"), 0, nullptr, nullptr));
+    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: unknown version"});
+    auto* version = static_cast<t_object*>(object_attr_get(probe.x, gensym("externalversion")));
+    object_addattr_parse(version, "label", gensym("long"), 0, "3");
+    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: unknown version"});
+}
+
+TEST(ServiceMessages, PostAttributesPostsOneOrTheWholeState) {
+    Probe probe;
+    probe.x->amount = 7;
+    probe.x->gain = 2.0f;
+    probe.x->values[1] = 2.5;
+    const std::pair<const char*, const char*> answers[] = {
+        {"postattributes values", "[post] probe~: values : 0. 2.5 0. "},
+        {"postattributes nosuch", "[error] probe~: no attribute nosuch"},
+        {"postattributes 3", "[error] probe~: invalid message : postattributes 3 "},
+        {"postattributes a 2.", "[error] probe~: invalid message : postattributes a 2. "},
+        {"postattributes broken",
+         "[bug] probe~: PostValueOfAttribute : MAX_ERR_OUT_OF_MEM in object_attr_getvalueof (broken)"}};
+    for (const auto& [message, answer] : answers) EXPECT_EQ(RowsOf(probe, message), Rows{answer});
+
+    Rows all = RowsOf(probe, "postattributes");
+    all.erase(all.begin(), all.begin() + 2);  // complaints about the attributes "broken" and "gain"
+    EXPECT_EQ(all, (Rows{"[post] probe~: found 4 attributes", "[post] probe~: amount : 7 ", "[post] probe~: gain : 2. ",
+                         "[post] probe~: values : 0. 2.5 0. ", "[post] probe~: word :  "}));
+}
+
+TEST(ServiceMessages, DspStatusTellsMutedBeforeBypassed) {
+    Probe probe;
+    struct {
+        long mute, bypass, disabled;
+        const char* state;
+    } const rows[] = {
+        {0, 0, 0, "enabled"}, {0, 1, 0, "bypassed"}, {1, 1, 0, "muted"}, {0, 1, 2, "muted"}, {2, 2, 0, "enabled"}};
+    for (const auto& row : rows) {
+        probe.x->ob.mute.Store(row.mute);
+        probe.x->ob.bypass.Store(row.bypass);
+        probe.x->ob.ob.z_disabled = row.disabled;
+        EXPECT_EQ(RowsOf(probe, "postdspstatus"),
+                  (Rows{std::string("[post] probe~: dsp processing is ") + row.state, "[post] probe~: dsp is off"}));
+    }
+}
+
+TEST(Instance, HasWhatWasAskedForWithTheDumpOutletAtTheRight) {
+    Probe probe;
+    const auto outlets = velmohost::GetOutlets(reinterpret_cast<t_object*>(probe.x));
+    ASSERT_EQ(outlets.size(), 4u);
+    EXPECT_EQ(outlets[2].type, "signal");
+    EXPECT_EQ(getdumpoutlet(probe.x), outlets[3].handle);
+    EXPECT_EQ(probe.x->ob.ob.z_misc, Z_NO_INPLACE);
+
+    auto* bare = static_cast<probe_t*>(ObjectAlloc(ProbeClass()));
+    CreateDspInletsAndOutlets(&bare->ob, 2, 0, false);
+    EXPECT_EQ(velmohost::GetOutlets(reinterpret_cast<t_object*>(bare)).size(), 0u);
+    EXPECT_EQ(velmohost::GetInlets(reinterpret_cast<t_object*>(bare)).size(), 2u);
+    EXPECT_EQ(bare->ob.ob.z_misc, 0);
+    EXPECT_EQ(getdumpoutlet(bare), nullptr);
+    EXPECT_EQ(probe.window.Take(), Rows{"[error] probe~: no dump outlet"});
+    object_free(bare);
+}
+
+TEST(Documentation, IsKeptOnTheClassInTheOrderOfDocumenting) {
+    t_class* const c = ProbeClass();
+    class_doc_method(c, "about", "tells");
+    class_doc_method_arg(c, "about", "what", "symbol");
+    class_doc_method_arg(c, "undocumented", "lost", "symbol");
+    void* const attribute = class_attr_get(c, gensym("classdescription"));
+    auto* const store = reinterpret_cast<t_dictionary*>(object_attr_getobj(attribute, gensym("methods")));
+    long count = 0;
+    t_symbol** keys = nullptr;
+    dictionary_getkeys_ordered(store, &count, &keys);
+    Rows names;
+    for (long i = 0; i < count; ++i) names.emplace_back(keys[i]->s_name);
+    dictionary_freekeys(store, count, keys);
+    EXPECT_EQ(names, (Rows{"version", "postattributes", "postdspstatus", "about"}));
+
+    long ac = 0;
+    t_atom* av = nullptr;
+    dictionary_getatoms(store, gensym("about"), &ac, &av);
+    EXPECT_EQ(velmohost::AtomsToText(ac, av), "tells 0 what symbol");
+}
+
+TEST(CreationArguments, NamedOnesAreSetFirstThenAll) {
+    Probe probe;
+    t_dictionary* const dictionary = dictionary_new();
+    dictionary_appendlong(dictionary, gensym("amount"), 5);
+    dictionary_appendsym(dictionary, gensym("word"), gensym("down"));
+    dictionary_appendlong(dictionary, gensym("unheard"), 1);
+    t_atom argument{};
+    atom_setobj(&argument, dictionary);
+
+    EXPECT_TRUE(dictionary_process_partial(probe.x, 1, &argument, 0));
+    EXPECT_TRUE(dictionary_process_partial(probe.x, 1, &argument, 1, "amount"));
+    EXPECT_EQ(probe.x->amount, 5);
+    EXPECT_EQ(probe.x->word, nullptr);
+    EXPECT_EQ(probe.window.Take(), Rows{});
+    EXPECT_FALSE(dictionary_process_partial(probe.x, 1, &argument, 3, "gain", "word", "values"));
+    EXPECT_EQ(probe.x->word, gensym("down")) << "every name is tried";
+    EXPECT_EQ(probe.window.Take(), (Rows{"[error] probe~: dictionary doesnt have entry for gain",
+                                         "[error] probe~: dictionary doesnt have entry for values",
+                                         "[error] probe~: error parsing dictionary"}));
+
+    probe.x->amount = 0;
+    EXPECT_TRUE(dictionary_process_all(probe.x, 1, &argument, true));
+    EXPECT_EQ(probe.x->amount, 5);
+    EXPECT_EQ(probe.window.Take().size(), 1u) << "the host's complaint about \"unheard\"";
+    EXPECT_FALSE(dictionary_process_all(probe.x, 0, nullptr, true));
+    EXPECT_FALSE(dictionary_process_partial(probe.x, 0, nullptr, 1, "amount"));
+    EXPECT_EQ(probe.window.Take(), Rows(2, "[bug] probe~: couldnt process dictionnary"));
+    object_free(dictionary);
+}
+
+}  // namespace
+}  // namespace velmomax
