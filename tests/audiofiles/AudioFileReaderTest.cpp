@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <tuple>
+#include <utility>
 
 #include "audiofiles/FileBytes.h"
 #include "audiofiles/VelmoDspAiffFileReader.h"
@@ -146,24 +148,20 @@ TEST_F(AudioFileReading, ChunksAreFoundByTheFormatsOwnPadding) {
 }
 
 TEST_F(AudioFileReading, AiffRatesAreWholeHertzWithinRange) {
-    const struct {
-        Bytes bytes;
-        double rate;  // 0: not valid
-    } rows[] = {
-        {Rate44100, 44100},
-        {{0x40, 0x0E, 0xAC, 0x44, 0xC0, 0, 0, 0, 0, 0}, 44100},  // 44100.75
-        {{0x40, 0x00, 0x80, 0, 0, 0, 0, 0, 0, 0}, 2},
-        {{0x40, 0x1C, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}, 1073741823},
-        {{0x40, 0x1D, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
-        {{0x3F, 0xFF, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
-        {{0xC0, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0}, 0},
-        {Bytes(10), 0},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rate);
-        const Bytes file = Form("AIFF", AiffCommon(1, 1, 16, "", row.bytes) + AiffSound({0, 0}));
-        if (row.rate > 0)
-            EXPECT_EQ(Open(file)->GetSampleRate(), row.rate);
+    const std::pair<Bytes, double> rows[] = {// rate 0: not valid
+                                             {Rate44100, 44100},
+                                             {{0x40, 0x0E, 0xAC, 0x44, 0xC0, 0, 0, 0, 0, 0}, 44100},  // 44100.75
+                                             {{0x40, 0x00, 0x80, 0, 0, 0, 0, 0, 0, 0}, 2},
+                                             {{0x40, 0x1C, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}, 1073741823},
+                                             {{0x40, 0x1D, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
+                                             {{0x3F, 0xFF, 0x80, 0, 0, 0, 0, 0, 0, 0}, 0},
+                                             {{0xC0, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0}, 0},
+                                             {Bytes(10), 0}};
+    for (const auto& [bytes, rate] : rows) {
+        SCOPED_TRACE(rate);
+        const Bytes file = Form("AIFF", AiffCommon(1, 1, 16, "", bytes) + AiffSound({0, 0}));
+        if (rate > 0)
+            EXPECT_EQ(Open(file)->GetSampleRate(), rate);
         else
             ExpectError(file, "a.aiff", " is not a valid AIFF file");
     }
@@ -299,18 +297,13 @@ TEST_F(AudioFileReading, DepthsPast64BitsAreDerivedFromTheByteRate) {
 }
 
 TEST_F(AudioFileReading, TypesAreToldByContentThenByName) {
-    const struct {
-        const char* name;
-        const char* content;
-        const char* type;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"a.aiff", "RIFF", "WAV File"}, {"a.wav", "FORM", "AIFF File"}, {"a", "RF64", "WAV File"},
         {"a.AIF", "?", "AIFF File"},    {"a.bwf", "????", "WAV File"},  {"a.mp3", "", "MP3 File"},
-        {"a.txt", "riff", "unknown"},
-    };
-    for (const auto& row : rows) {
-        WriteBytes(folder / row.name, Text(row.content));
-        EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder / row.name))), row.type) << row.name;
+        {"a.txt", "riff", "unknown"}};
+    for (const auto& [name, content, type] : rows) {
+        WriteBytes(folder / name, Text(content));
+        EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder / name))), type) << name;
     }
     EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder / "none.wav"))), "unknown");
     EXPECT_EQ(AudioFilesManager::TryToDetermineFileType(File(String(folder.Path().string()))), "unknown");

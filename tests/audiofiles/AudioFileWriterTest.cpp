@@ -133,37 +133,32 @@ TEST_F(AudioFileWriting, AiffRates) {
 }
 
 TEST_F(AudioFileWriting, IntegersAreRoundedSaturatedAndNeverNaN) {
-    const struct {
-        float sample;
-        std::uint32_t word;
-    } rows[] = {
-        {0x1p-31f, 1},
-        {0x1p-32f, 0},
-        {0x1.8p-31f, 2},
-        {0x1.4p-30f, 2},  // ties go to even
-        {-0x1p-31f, 0xFFFFFFFF},
-        {-0x1.8p-31f, 0xFFFFFFFE},
-        {0x1.fffffep-1f, 0x7FFFFF80},
-        {1.0f, 0x7FFFFFFF},
-        {1.5f, 0x7FFFFFFF},
-        {Infinity, 0x7FFFFFFF},
-        {-1.0f, 0x80000000},
-        {-1.5f, 0x80000000},
-        {-Infinity, 0x80000000},
-        {NotANumber, 0},
-        {-NotANumber, 0},
-        {1e-40f, 0},
-    };
+    // Words of 2^-31 each; ties go to the even one.
+    const std::pair<float, std::uint32_t> rows[] = {{0x1p-31f, 1},
+                                                    {0x1p-32f, 0},
+                                                    {0x1.8p-31f, 2},
+                                                    {0x1.4p-30f, 2},
+                                                    {-0x1p-31f, ~0u},
+                                                    {-0x1.8p-31f, ~1u},
+                                                    {1e-40f, 0},
+                                                    {0x1.fffffep-1f, 0x7FFFFF80},
+                                                    {1.0f, 0x7FFFFFFF},
+                                                    {1.5f, 0x7FFFFFFF},
+                                                    {Infinity, 0x7FFFFFFF},
+                                                    {-1.0f, 0x80000000},
+                                                    {-1.5f, 0x80000000},
+                                                    {-Infinity, 0x80000000},
+                                                    {NotANumber, 0},
+                                                    {-NotANumber, 0}};
     // Every value at every place of a vector register, and in the rest that does not fill one.
-    for (const auto& row : rows) {
+    for (const auto& [sample, word] : rows) {
         for (std::size_t place = 0; place < 11; ++place) {
             std::vector<float> samples(11, 0.5f);
-            samples[place] = row.sample;
-            Bytes expected;
-            for (std::size_t i = 0; i < samples.size(); ++i)
-                expected = expected + Be32(i == place ? row.word : 0x40000000);
+            samples[place] = sample;
             const Bytes file = Written("a.aiff", 1, 32, samples);
-            EXPECT_EQ(Bytes(file.begin() + 54, file.end()), expected) << row.sample << " at " << place;
+            for (std::size_t i = 0; i < samples.size(); ++i)
+                EXPECT_EQ(Bytes(&file[54 + 4 * i], &file[54 + 4 * i] + 4), Be32(i == place ? word : 0x40000000))
+                    << sample << " at " << place;
         }
     }
 }
