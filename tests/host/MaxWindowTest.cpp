@@ -123,6 +123,7 @@ TEST(Posting, TagsRowsWithTheObjectsClass) {
                                            "[bug] poster: b", "[error] poster: 100 %s", "[post] composed of 7",
                                            "[post] p", "[error] poster: from outside", "[error] last"));
     object_free(x);
+    class_free(c);
 }
 
 }  // namespace

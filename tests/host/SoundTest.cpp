@@ -123,6 +123,7 @@ TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
         {{folder / "folder.wav", 44100.0, 1, 16, 10}, "folder"},
         {{folder / "device.wav", 44100.0, 1, 16, 10}, "plain file"},
         {{folder / "a.aiff", 44100.0, 1, 16, tooLong}, "4 GB"},
+        {{folder / "a.wav", 44100.0, 1, 16, std::uint64_t{1} << 60}, "do not fit on the disk"},
     };
     for (const auto& [format, reason] : refused) {
         const auto open = [&chosen = format] { SoundSink(chosen, 10); };

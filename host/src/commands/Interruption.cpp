@@ -9,17 +9,23 @@ volatile std::sig_atomic_t requested = 0;
 
 extern "C" void NoteRequest(int) { requested = 1; }
 
+/// Replaces a signal's handling, unless whoever started the program has it ignored.
+void Handle(int signal, void (*from)(int), void (*to)(int)) {
+    const auto previous = std::signal(signal, to);
+    if (previous != from) std::signal(signal, previous);
+}
+
 }  // namespace
 
 Interruption::Interruption() {
     requested = 0;
-    std::signal(SIGINT, NoteRequest);
-    std::signal(SIGTERM, NoteRequest);
+    Handle(SIGINT, SIG_DFL, NoteRequest);
+    Handle(SIGTERM, SIG_DFL, NoteRequest);
 }
 
 Interruption::~Interruption() {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    Handle(SIGINT, NoteRequest, SIG_DFL);
+    Handle(SIGTERM, NoteRequest, SIG_DFL);
 }
 
 bool Interruption::Requested() const noexcept { return requested != 0; }

@@ -1,5 +1,6 @@
 #include "sound/SoundSink.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -44,6 +45,11 @@ std::string FindTemporaryPath(const fs::path& path) {
     return candidate.string();
 }
 
+std::uint64_t BytesPerFrame(const SoundSink::Format& format) {
+    return std::max<std::uint64_t>(std::uint64_t{format.numChannels} * static_cast<unsigned>(format.bitsPerSample) / 8,
+                                   1);
+}
+
 template <class Reader>
 bool HasExtensionOf(const std::string& path) {
     velmodsp::StringArray extensions;
@@ -57,10 +63,19 @@ void CheckFormat(const SoundSink::Format& format) {
         throw CannotWrite(format.path, "only WAV and AIFF files can be written (.wav, .bwf, .aif, .aiff)");
     }
     constexpr std::uint64_t kHeaderBytes = 54, kMaxBytes = 0xFFFFFFFF;  // sizes in the header have 32 bits
-    const std::uint64_t bytesPerFrame =
-        std::uint64_t{format.numChannels} * static_cast<unsigned>(format.bitsPerSample) / 8;
-    if (format.numFrames > (kMaxBytes - kHeaderBytes) / bytesPerFrame) {
+    if (format.numFrames > (kMaxBytes - kHeaderBytes) / BytesPerFrame(format)) {
         throw CannotWrite(format.path, "an AIFF file holds 4 GB at most; use .wav");
+    }
+}
+
+/// Better told at once than after an hour. The disk may still fill up on the way.
+void CheckRoom(const SoundSink::Format& format, const fs::path& path) {
+    std::error_code error;
+    const fs::space_info space = fs::space(path.parent_path(), error);
+    if (error) return;  // the folder is yet to be made, or its system does not tell
+    if (format.numFrames > space.available / BytesPerFrame(format)) {
+        throw CannotWrite(format.path, "its " + std::to_string(format.numFrames) + " frames of " +
+                                           std::to_string(BytesPerFrame(format)) + " bytes do not fit on the disk");
     }
 }
 
@@ -84,6 +99,7 @@ SoundSink::SoundSink(const Format& format, unsigned long blockFrames)
       block(format.numChannels, blockFrames, true) {
     CheckFinalPath(path);
     CheckFormat(format);
+    CheckRoom(format, path);
     writer = CreateWriter(format, temporaryPath);
 }
 
@@ -95,11 +111,11 @@ SoundSink::~SoundSink() {
 }
 
 void SoundSink::WriteBlock(unsigned long numFrames) {
-    if (!writer->WriteSamples(block, 0, numFrames)) throw CannotWrite(path, "is the disk full?");
+    if (!writer->WriteSamples(block, 0, numFrames)) throw CannotWrite(path, "not all samples fit; is the disk full?");
 }
 
 bool SoundSink::Finish() {
-    writer.reset();
+    writer.reset();  // completes the file
     try {
         const bool replaces = fs::exists(path);
         LibraryFile(path).OverwriteIfNeeded(true);
