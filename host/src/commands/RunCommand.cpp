@@ -25,6 +25,9 @@ namespace {
 std::unique_ptr<SoundSource> OpenSource(const RunOptions& options) {
     if (!options.in) return nullptr;
     auto source = std::make_unique<SoundSource>(*options.in);
+    if (source->LengthInFrames() == 0) {
+        PrintNotice(*options.in + " holds no sound, or holds it in an encoding that is not known here");
+    }
     if (source->NumMissingFrames() > 0) {
         PrintNotice(*options.in + " is cut short: " + Count(source->NumMissingFrames(), "frame") + " of " +
                     std::to_string(source->LengthInFrames()) + " are missing and read as silence");

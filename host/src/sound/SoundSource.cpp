@@ -29,25 +29,30 @@ std::unique_ptr<velmodsp::AudioFileReader> Open(const std::string& path) {
     throw SoundError("cannot read " + path + ": not a sound file");
 }
 
-/// Frames that the samples of a sound file of `fileBytes` bytes cannot hold, its header being left out of account.
-std::uint64_t CountMissingFrames(const velmodsp::AudioFileReader& reader, std::uint64_t fileBytes) {
+/// Programs that write to a pipe cannot know how long a sound will be, and put the largest length there is into the
+/// header: 2 GB less a little, 4 GB, or more in 64 bits. Where the file does not back such a length, it has none.
+bool IsLengthUnknown(const velmodsp::AudioFileReader& reader) {
+    constexpr std::uint64_t kLargestKnownBytes = 0x7FFF0000;
     const std::uint64_t bitsPerFrame = std::uint64_t{reader.GetBitsPerSample()} * reader.GetNumChannels();
-    if (bitsPerFrame < 8) return 0;
-    const std::uint64_t framesInFile = fileBytes / (bitsPerFrame / 8);
-    return reader.GetLengthInSamples() > framesInFile ? reader.GetLengthInSamples() - framesInFile : 0;
+    return reader.GetLengthInSamples() > reader.GetNumStoredSamples() &&
+           reader.GetLengthInSamples() >= kLargestKnownBytes / std::max<std::uint64_t>(bitsPerFrame / 8, 1);
 }
 
 }  // namespace
 
 SoundSource::SoundSource(const std::string& soundPath)
-    : path(soundPath), reader(Open(soundPath)), block(reader->GetNumChannels(), 0, true) {
-    std::error_code error;
-    const std::uintmax_t fileBytes = fs::file_size(path, error);
-    if (!error) numMissingFrames = CountMissingFrames(*reader, fileBytes);
+    : path(soundPath),
+      reader(Open(soundPath)),
+      lengthInFrames(IsLengthUnknown(*reader) ? reader->GetNumStoredSamples() : reader->GetLengthInSamples()),
+      block(reader->GetNumChannels(), 0, true) {}
+
+std::uint64_t SoundSource::NumMissingFrames() const {
+    const std::uint64_t numStored = reader->GetNumStoredSamples();
+    return lengthInFrames > numStored ? lengthInFrames - numStored : 0;
 }
 
 unsigned long SoundSource::ReadBlock(unsigned long maxFrames) {
-    const std::uint64_t left = LengthInFrames() - position;
+    const std::uint64_t left = lengthInFrames - position;
     const auto frames = static_cast<unsigned long>(std::min<std::uint64_t>(left, maxFrames));
     if (frames == 0) return 0;
     try {

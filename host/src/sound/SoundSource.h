@@ -23,10 +23,12 @@ public:
 
     unsigned NumChannels() const { return reader->GetNumChannels(); }
     double Samplerate() const { return reader->GetSampleRate(); }
-    std::uint64_t LengthInFrames() const { return reader->GetLengthInSamples(); }
 
-    /// Frames that the file's header promises but the file does not hold; they read as silence.
-    std::uint64_t NumMissingFrames() const { return numMissingFrames; }
+    /// The length that the header gives; where the header only says that it is not known, what the file holds.
+    std::uint64_t LengthInFrames() const { return lengthInFrames; }
+
+    /// Frames of that length that a file which was cut short does not hold; they read as silence.
+    std::uint64_t NumMissingFrames() const;
 
     /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end. The block's memory grows to the
     /// largest that was asked for.
@@ -39,9 +41,9 @@ public:
 private:
     const std::string path;
     std::unique_ptr<velmodsp::AudioFileReader> reader;
+    const std::uint64_t lengthInFrames;
     velmodsp::AudioBuffer block;
     std::uint64_t position = 0;  // frames read so far
-    std::uint64_t numMissingFrames = 0;
 };
 
 }  // namespace velmohost
