@@ -169,7 +169,8 @@ t_max_err object_deleteattr(void* x, t_symbol* attrname);
 t_max_err object_chuckattr(void* x, t_symbol* attrname);
 /// Tells the attached clients of a change without setting anything.
 t_max_err object_attr_touch(t_object* x, t_symbol* attrname);
-/// The accessor behind "get" or "set" of an attribute, and the attribute; null when there is none.
+/// The accessor behind a message that sets ("<name>") or reads ("get<name>") an attribute, the attribute itself, and in
+/// `*get` which of the two; null when there is no such attribute.
 method object_attr_method(void* x, t_symbol* methodname, void** attr, long* get);
 long object_attr_usercanget(void* x, t_symbol* s);
 long object_attr_usercanset(void* x, t_symbol* s);

@@ -228,6 +228,15 @@ TEST(Inlets, TellWhichOfThemAMessageCameThrough) {
     class_free(c);
 }
 
+TEST(Messages, MayFreeTheirReceiver) {
+    t_class* const c = NewClass<Receiver>("suicide");
+    class_addmethod(c, AsMethod(+[](t_object* x, t_atom_long) { object_free(x); }), "int", A_LONG, 0);
+    auto* const x = static_cast<Receiver*>(object_alloc(c));
+    proxy_new(x, 1, &x->inlet);
+    EXPECT_TRUE(Send(x, "list", "1 2"));
+    class_free(c);
+}
+
 TEST(ObjectMethod, TurnsEveryArgumentIntoAPointerSizedWord) {
     const auto x = NewObject<t_object>(TalkerClass());
     char text[] = "abc";

@@ -94,7 +94,11 @@ ScopedBoxContext::~ScopedBoxContext() {
 }
 
 t_object* CreateInstance(t_class* c, t_symbol* name, long ac, t_atom* av, t_object* box, t_object* patcher) {
-    if (c == nullptr || ac < 0 || ac > std::numeric_limits<short>::max() || (ac > 0 && av == nullptr)) return nullptr;
+    if (c == nullptr || ac < 0 || (ac > 0 && av == nullptr)) return nullptr;
+    if (ac > std::numeric_limits<short>::max()) {
+        PostRow(RowKind::Error, c->c_sym->s_name, "too many arguments for the object");
+        return nullptr;
+    }
     const ScopedBoxContext context(patcher, box);
     t_object* const x = ConstructForBox(c, name != nullptr ? name : c->c_sym, ac, av);
     if (x == nullptr) PostRow(RowKind::Error, c->c_sym->s_name, "the object could not be created");

@@ -10,6 +10,9 @@
 namespace velmohost {
 namespace {
 
+/// The scope of the message being delivered, the innermost if one led to another. Main thread.
+ScopedInlet* innermost = nullptr;
+
 void LeaveOwner(InletRecord* inlet) {
     if (Instance* const instance = FindInstance(inlet->owner)) std::erase(instance->inlets, inlet);
 }
@@ -62,19 +65,28 @@ std::vector<InletInfo> GetInlets(t_object* x) {
 }
 
 ScopedInlet::ScopedInlet(t_object* x, unsigned index)
-    : owner(x), previous(proxy_getinlet(x)), inlet(FindInlet(x, index)) {
+    : owner(x), previous(proxy_getinlet(x)), inlet(FindInlet(x, index)), outer(innermost) {
+    innermost = this;
     const bool isNew = inlet != nullptr || previous != 0;
     if (isNew) GetInstance(owner).currentInlet = inlet != nullptr ? inlet->id : 0;
     if (inlet != nullptr && inlet->idCopy != nullptr) *inlet->idCopy = inlet->id;
 }
 
 ScopedInlet::~ScopedInlet() {
-    // The message may have freed the object or its inlet.
-    if (NOGOOD(owner) || FindInstance(owner) == nullptr) return;
-    FindInstance(owner)->currentInlet = previous;
-    const auto& inlets = FindInstance(owner)->inlets;
-    const bool lives = std::find(inlets.begin(), inlets.end(), inlet) != inlets.end();
-    if (lives && inlet->idCopy != nullptr) *inlet->idCopy = previous;
+    innermost = outer;
+    Instance* const instance = OwnerLives() ? FindInstance(owner) : nullptr;
+    if (instance == nullptr) return;
+    instance->currentInlet = previous;
+    // The message may have removed the inlet.
+    const bool inletLives =
+        std::find(instance->inlets.begin(), instance->inlets.end(), inlet) != instance->inlets.end();
+    if (inletLives && inlet->idCopy != nullptr) *inlet->idCopy = previous;
+}
+
+void ScopedInlet::ForgetOwner(const t_object* x) {
+    for (ScopedInlet* scope = innermost; scope != nullptr; scope = scope->outer) {
+        if (scope->owner == x) scope->owner = nullptr;
+    }
 }
 
 t_symbol* ScopedInlet::Translate(t_symbol* selector) const {
@@ -83,6 +95,7 @@ t_symbol* ScopedInlet::Translate(t_symbol* selector) const {
 }
 
 void FreeInletsAndOutlets(t_object* x) {
+    ScopedInlet::ForgetOwner(x);
     Instance* const instance = FindInstance(x);
     if (instance == nullptr) return;
     while (!instance->inlets.empty()) object_free(instance->inlets.back());

@@ -15,13 +15,20 @@ public:
     ScopedInlet(const ScopedInlet&) = delete;
     ScopedInlet& operator=(const ScopedInlet&) = delete;
 
+    /// Whether the object still lives: a message may free its receiver.
+    bool OwnerLives() const { return owner != nullptr; }
+
+    /// To be told of every object that is freed.
+    static void ForgetOwner(const t_object* x);
+
     /// What the object receives for a selector: inlets for numbers put their own in the place of "int" and "float".
     t_symbol* Translate(t_symbol* selector) const;
 
 private:
-    t_object* const owner;
+    t_object* owner;  // null once it is freed
     const long previous;
     InletRecord* const inlet;
+    ScopedInlet* const outer;  // scopes nest like the messages they belong to
 };
 
 }  // namespace velmohost

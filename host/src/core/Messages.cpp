@@ -95,8 +95,9 @@ Outcome TrySpreading(const Message& message) {
                                        [](const t_atom& a) { return a.a_type == A_LONG || a.a_type == A_FLOAT; });
     if (message.selector != gensym("list") || message.ac < 2 || !isNumbers) return Outcome::NotTaken;
     bool taken = true;
+    const ScopedInlet scope(message.x, 0);
     const long count = std::min(message.ac, static_cast<long>(GetInlets(message.x).size()));
-    for (long i = count - 1; i >= 0 && !NOGOOD(message.x); --i) {
+    for (long i = count - 1; i >= 0 && scope.OwnerLives(); --i) {
         t_symbol* const kind = gensym(message.av[i].a_type == A_FLOAT ? "float" : "int");
         taken = Deliver(static_cast<unsigned>(i), {message.x, kind, 1, message.av + i}) && taken;
     }
