@@ -12,6 +12,16 @@ t_dictionary* argumentDictionary(void* x, long argc, t_atom* argv) {
     return dict;
 }
 
+/// Reads an entry that is a single atom; hosts may keep one either plainly or as an array of one.
+bool getSingleAtom(t_dictionary* dict, t_symbol* name, t_atom& value) {
+    if (!dictionary_entryisatomarray(dict, name)) return dictionary_getatom(dict, name, &value) == MAX_ERR_NONE;
+    long count = 0;
+    t_atom* atoms = nullptr;
+    if (dictionary_getatoms(dict, name, &count, &atoms) || count != 1) return false;
+    value = atoms[0];
+    return true;
+}
+
 }  // namespace
 
 bool dictionary_process_all(void* x, long argc, t_atom* argv, bool check) noexcept {
@@ -44,7 +54,7 @@ bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name) n
         return false;
     }
     t_atom value{};
-    if (dictionary_getatom(dict, name, &value)) {
+    if (!getSingleAtom(dict, name, value)) {
         object_error(object, "error getting atom value from dict for entry %s", name->s_name);
         return false;
     }

@@ -16,7 +16,7 @@ bool dictionary_process_all(void* x, long argc, t_atom* argv, bool check) noexce
 bool dictionary_process_partial(void* x, long argc, t_atom* argv, int count, ...) noexcept;
 
 /// Sets the attribute `name` from the single atom that `dict` holds for it.
-/// @return false, with an error in the Max window, when `dict` has no such entry or it is not an atom
+/// @return false, with an error in the Max window, when `dict` has no such entry or it is several atoms
 bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name) noexcept;
 
 }  // namespace velmomax

@@ -24,6 +24,7 @@ TEST_F(FixNaNObject, HasAsManyInletsAndOutletsAsItsArgumentsSayWithinTheLimits) 
         EXPECT_EQ(box->NumSignalInlets(), channels) << arguments;
         EXPECT_EQ(box->NumSignalOutlets(), channels) << arguments;
         EXPECT_EQ(box->NumOutlets(), channels + 1) << arguments;
+        EXPECT_EQ(reinterpret_cast<t_pxobject*>(box->Object())->z_misc, Z_NO_INPLACE);
         EXPECT_EQ(box->InletAssist(0), "input #1");
         EXPECT_EQ(box->OutletAssist(channels - 1), "output #" + std::to_string(channels));
         EXPECT_EQ(box->OutletAssist(channels), "dumpout");
@@ -85,6 +86,9 @@ TEST_F(FixNaNObject, IsNotCreatedWithoutItsChannelCount) {
     EXPECT_EQ(window.Take(), (Rows{"[error] tesk.fixnan~: dictionary doesnt have entry for numchannels",
                                    "[error] tesk.fixnan~: error parsing dictionary"}));
     object_free(arguments);
+
+    EXPECT_FALSE(Create("@numchannels 2 5"));
+    EXPECT_EQ(window.Take()[0], "[error] tesk.fixnan~: error getting atom value from dict for entry numchannels");
 
     // A host that frees what a failed constructor left behind does no harm.
     object_free(object_alloc(class_findbyname(gensym("box"), className)));
