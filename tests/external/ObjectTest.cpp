@@ -95,26 +95,4 @@ TEST_F(FixNaNObject, IsNotCreatedWithoutItsChannelCount) {
     EXPECT_EQ(window.Take(), Rows{});
 }
 
-TEST_F(FixNaNObject, DescribesItselfToTheInspector) {
-    ASSERT_TRUE(Create(""));
-    t_class* const c = class_findbyname(gensym("box"), gensym("tesk.fixnan~"));
-    struct {
-        const char *attribute, *property, *value;
-    } const rows[] = {
-        {"classdescription", "label", "\"tesk.fixnan~ replaces NaN or Inf values in a signal.\""},
-        {"classdigest", "invisible", "1"},
-        {"numchannels", "maxvalue", "250"},
-        {"replaceby", "default", "0."},
-        {"mode", "label", "\"replacement mode\""},
-        {"mode", "enumvals", "lastvalue givenvalue"},
-    };
-    for (const auto& [attribute, property, value] : rows) {
-        long ac = 0;
-        t_atom* av = nullptr;
-        object_attr_getvalueof(class_attr_get(c, gensym(attribute)), gensym(property), &ac, &av);
-        EXPECT_EQ(velmohost::AtomsToText(ac, av), value) << attribute << " " << property;
-        sysmem_freeptr(av);
-    }
-}
-
 }  // namespace
