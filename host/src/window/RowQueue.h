@@ -19,7 +19,7 @@ struct WaitingRow {
 };
 
 /// Bounded queue of rows: any number of writers, one reader, no lock. Each slot carries a turn number that says whose
-/// it is: writer of round r when it is 2r, reader when it is 2r + 1 (D. Vyukov's bounded queue, with one reader).
+/// it is: writer of round r when it is 2r, reader when it is 2r + 1.
 class RowQueue {
 public:
     /// Allocates the queue's memory. Not real-time safe.
