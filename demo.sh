@@ -14,7 +14,19 @@ case $input in /*) ;; *) input=$PWD/$input ;; esac
 cd "$(dirname "$0")"
 
 step() { printf '\n== %s\n' "$*"; }
-show() { printf '$ %s\n' "$*"; "$@"; }
+
+# Prints a command as one would type it, then runs it.
+show() {
+    printf '$'
+    for word in "$@"; do
+        case $word in
+            *' '*) printf ' "%s"' "$word" ;;
+            *) printf ' %s' "$word" ;;
+        esac
+    done
+    printf '\n'
+    "$@"
+}
 
 step "Installing what is needed"
 scripts/install-packages.sh
