@@ -67,8 +67,7 @@ public:
     static inline const velmodsp::String NumInternalsAttributeDescription =
         "The <m> numinternals </m> attribute is the number of channels that the object uses inside, for instance the "
         "feedback channels of a reverberator. More of them sound denser and take more processor time. It can only be "
-        "set "
-        "in the object box.";
+        "set in the object box.";
 
     static inline const velmodsp::String NumChannelsAttributeDescription =
         "The <m> numchannels </m> attribute represents the number of input and output channels of the object. This  "
@@ -77,15 +76,12 @@ public:
 
     static inline const velmodsp::String OutputFormatAttributeDescription =
         "The <m> outputformat </m> attribute chooses the coordinates in which positions leave the object: xyz, xy, "
-        "aed, "
-        "ade, ad or ae.";
+        "aed, ade, ad or ae.";
 
     static inline const velmodsp::String PanTypeAttributeDescription =
         "The <m> panning </m> attribute chooses how sources are spread over the outputs: binaural or transaural, by "
-        "pairs "
-        "or triplets of speakers (vbap2d, vbap), by distance (dbap), ambisonic (hoa2d, hoa3d, nfchoa2d, nfchoa3d) or "
-        "by "
-        "wave field synthesis (wfs).";
+        "pairs or triplets of speakers (vbap2d, vbap), by distance (dbap), ambisonic (hoa2d, hoa3d, nfchoa2d, "
+        "nfchoa3d) or by wave field synthesis (wfs).";
 
     static inline const velmodsp::String SourcespositionsAttributeDescription =
         "The <m> sourcespositions </m> attribute lists the positions of all sources: x, y and z in metres for each "
@@ -97,17 +93,15 @@ public:
 
     static inline const velmodsp::String InterpolationtimeAttributeDescription =
         "The <m> interpolationtime </m> attribute is the time in milliseconds that a parameter takes to reach a new "
-        "value. "
-        "Short times follow quick gestures, long ones avoid audible steps.";
+        "value. Short times follow quick gestures, long ones avoid audible steps.";
 
     static inline const velmodsp::String SourcePresenceAttributeDescription =
         "How close and present the source seems: the energy of the direct sound and the earliest reflections. Lower "
         "values let the source recede into the room.";
 
     static inline const velmodsp::String SourceBrillanceAttributeDescription =
-        "How bright the source sounds: the high frequencies of the direct sound and the earliest reflections, compared "
-        "to "
-        "the middle ones.";
+        "How bright the source sounds: the high frequencies of the direct sound and the earliest reflections, "
+        "compared to the middle ones.";
 
     static inline const velmodsp::String SourceWarmthAttributeDescription =
         "How warm the source sounds: the low frequencies of the direct sound and the earliest reflections, compared to "
@@ -138,8 +132,7 @@ public:
 
     static inline const velmodsp::String WindowTileAttributeDescription =
         "The <m> windowtitle </m> attribute is the title of the object's window. Without it the window shows the name "
-        "of "
-        "the object.";
+        "of the object.";
     /// @}
 };
 
