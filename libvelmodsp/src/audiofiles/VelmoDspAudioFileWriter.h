@@ -14,9 +14,10 @@ class AudioBuffer;
 /// Writes 32-bit floats into a sound file, block after block, of any length with flat memory. The header is written
 /// when the file is opened and again, with the final sizes, when the writer is destroyed.
 ///
-///     std::unique_ptr<AudioFileWriter> writer = AudioFileWriter::CreateWriterFor(File("~/out.wav"), 48000.0, 2, 24,
-///     true); if (!writer->WriteSamples(block, 0, block.GetNumSamples())) …   // disk full, or no right to write there
-///     writer.reset();                                                 // completes the file
+///     const File file("~/out.wav");
+///     std::unique_ptr<AudioFileWriter> writer = AudioFileWriter::CreateWriterFor(file, 48000.0, 2, 24, true);
+///     if (!writer->WriteSamples(block, 0, block.GetNumSamples())) ...  // disk full, or no right to write there
+///     writer.reset();                                                  // completes the file
 ///
 /// Integer files hold -1 to 1, rounded to 32 bits and then cut to the file's depth; what lies beyond, infinities
 /// included, becomes full scale, and NaN becomes 0. A 32-bit WAV file holds the floats as they are, bit for bit; a
