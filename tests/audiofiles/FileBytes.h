@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
+
+#include "support/FileBytes.h"
 
 namespace velmodsp {
 
@@ -41,19 +41,34 @@ inline Bytes RiffChunk(const std::string& id, const Bytes& content) {
     return Text(id) + Le32(content.size()) + content + Bytes(content.size() % 2);
 }
 
+inline Bytes WavFormat(unsigned int tag, unsigned int channels, unsigned int rate, unsigned int bits) {
+    return RiffChunk("fmt ", Le16(tag) + Le16(channels) + Le32(rate) + Le32(rate * channels * bits / 8) +
+                                 Le16(channels * bits / 8) + Le16(bits));
+}
+
+/// The last 14 bytes of the identifier that tells an extensible format; its first two are the tag.
+const Bytes SubFormatTail = {0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
+
 /// A chunk with its id and big-endian size.
 inline Bytes AiffChunk(const std::string& id, const Bytes& content) {
     return Text(id) + Be32(content.size()) + content;
 }
 
-inline void WriteBytes(const std::string& path, const Bytes& bytes) {
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+/// 44100 Hz as an 80-bit number.
+const Bytes Rate44100 = {0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
+
+/// @param compression four characters of AIFF-C, or "" for plain AIFF
+inline Bytes AiffCommon(unsigned int channels, unsigned int frames, unsigned int bits,
+                        const std::string& compression = "", const Bytes& rate = Rate44100) {
+    return AiffChunk("COMM", Be16(channels) + Be32(frames) + Be16(bits) + rate + Text(compression));
 }
 
-inline Bytes ReadBytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+inline Bytes AiffSound(const Bytes& data) { return AiffChunk("SSND", Be32(0) + Be32(0) + data); }
+
+inline void WriteBytes(const std::string& path, const Bytes& bytes) {
+    ::WriteBytes(path, std::string(bytes.begin(), bytes.end()));
 }
+
+inline Bytes ReadBytes(const std::string& path) { return Text(::ReadBytes(path)); }
 
 }  // namespace velmodsp

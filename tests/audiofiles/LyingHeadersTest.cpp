@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <new>
 
 #include "audiofiles/FileBytes.h"
@@ -78,26 +77,25 @@ void DamageEveryByte(const Bytes& header, const Bytes& rest) {
     testing::internal::GetCapturedStderr();
 }
 
+const Bytes EightBytes = {1, 2, 3, 4, 5, 6, 7, 8};
+
 TEST(LyingHeaders, Wav) {
-    const Bytes subFormat = {1, 0, 0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
     DamageEveryByte(Text("RIFF") + Le32(84) + Text("WAVE") + Text("fmt ") + Le32(40) + Le16(0xFFFE) + Le16(2) +
-                        Le32(48000) + Le32(192000) + Le16(4) + Le16(16) + Le16(22) + Le16(16) + Le32(3) + subFormat +
-                        Text("LIST") + Le32(2) + Le16(0) + Text("data") + Le32(8),
-                    {1, 2, 3, 4, 5, 6, 7, 8});
+                        Le32(48000) + Le32(192000) + Le16(4) + Le16(16) + Le16(22) + Le16(16) + Le32(3) + Le16(1) +
+                        SubFormatTail + RiffChunk("LIST", {0, 0}) + Text("data") + Le32(8),
+                    EightBytes);
 }
 
 TEST(LyingHeaders, Rf64) {
     DamageEveryByte(Text("RF64") + Le32(0xFFFFFFFF) + Text("WAVE") + Text("ds64") + Le32(28) + Le64(80) + Le64(8) +
-                        Bytes(12) + Text("fmt ") + Le32(16) + Le16(1) + Le16(1) + Le32(8000) + Le32(8000) + Le16(1) +
-                        Le16(8) + Text("data") + Le32(0xFFFFFFFF),
-                    {1, 2, 3, 4, 5, 6, 7, 8});
+                        Bytes(12) + WavFormat(1, 1, 8000, 8) + Text("data") + Le32(0xFFFFFFFF),
+                    EightBytes);
 }
 
 TEST(LyingHeaders, Aiff) {
-    DamageEveryByte(Text("FORM") + Be32(78) + Text("AIFC") + Text("FVER") + Be32(4) + Be32(0xA2805140) + Text("COMM") +
-                        Be32(22) + Be16(2) + Be32(2) + Be16(16) + Bytes({0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0}) +
-                        Text("sowt") + Text("SSND") + Be32(16) + Be32(0) + Be32(0),
-                    {1, 2, 3, 4, 5, 6, 7, 8});
+    DamageEveryByte(Text("FORM") + Be32(78) + Text("AIFC") + AiffChunk("FVER", Be32(0xA2805140)) +
+                        AiffCommon(2, 2, 16, "sowt") + Text("SSND") + Be32(16) + Be32(0) + Be32(0),
+                    EightBytes);
 }
 
 }  // namespace

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
-/// Replaces the whole file by `bytes`.
+/// Replaces the whole file by `bytes`. It is never emptied first: a file system may take that as a reason to wait for
+/// the disk when the file is closed.
 inline void WriteBytes(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
+    std::ofstream(path, std::ios::binary | std::ios::app);
+    std::fstream(path, std::ios::binary | std::ios::in | std::ios::out) << bytes;
+    std::filesystem::resize_file(path, bytes.size());
 }
 
 /// The whole file; "" when there is none.

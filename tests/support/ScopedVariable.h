@@ -17,11 +17,7 @@ public:
 
 private:
     void Set(const std::optional<std::string>& value) const {
-        if (value) {
-            setenv(name, value->c_str(), 1);
-        } else {
-            unsetenv(name);
-        }
+        value ? setenv(name, value->c_str(), 1) : unsetenv(name);
     }
 
     const char* name;
