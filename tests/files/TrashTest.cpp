@@ -1,16 +1,13 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <fstream>
-#include <string>
 
 #include "files/VelmoDspFile.h"
 #include "support/FileBytes.h"
+#include "support/MessageOf.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
-#include "utils/VelmoDspException.h"
 
 #ifdef __linux__
 
@@ -30,16 +27,10 @@ protected:
         return std::distance(fs::directory_iterator(data / "Trash/info"), fs::directory_iterator());
     }
     static std::string ErrorOf(const File& file, bool overwrite) {
-        try {
-            file.OverwriteIfNeeded(overwrite);
-        } catch (const Exception& exception) {
-            return exception.what();
-        }
-        return "";
+        return MessageOf([&] { file.OverwriteIfNeeded(overwrite); });
     }
 
-    TempFolder folder;
-    TempFolder data;
+    TempFolder folder, data;
     ScopedVariable dataHome{"XDG_DATA_HOME", data.Path().string()};
 };
 
@@ -47,16 +38,12 @@ TEST_F(TrashTest, KeepsFilesOfOneNameApartAndTellsWhereTheyCameFrom) {
     for (const char* content : {"first", "second", "third"}) {
         WriteBytes(folder / "t\xC3\xA4ke 1%.wav", content);
         EXPECT_TRUE(Trash("t\xC3\xA4ke 1%.wav"));
-        EXPECT_FALSE(fs::exists(folder / "t\xC3\xA4ke 1%.wav"));
     }
-    EXPECT_EQ(InTrash("t\xC3\xA4ke 1%.wav"), "first");
-    EXPECT_EQ(InTrash("t\xC3\xA4ke 1%.2.wav"), "second");
-    EXPECT_EQ(InTrash("t\xC3\xA4ke 1%.3.wav"), "third");
-    const std::string digits = "[0-9][0-9]";
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+    EXPECT_EQ(InTrash("t\xC3\xA4ke 1%.wav") + InTrash("t\xC3\xA4ke 1%.3.wav"), "firstthird");
     EXPECT_THAT(Info("t\xC3\xA4ke 1%.2.wav"),
                 MatchesRegex("\\[Trash Info\\]\nPath=" + folder.Path().string() +
-                             "/t%C3%A4ke%201%25\\.wav\nDeletionDate=" + digits + digits + "-" + digits + "-" + digits +
-                             "T" + digits + ":" + digits + ":" + digits + "\n"));
+                             "/t%C3%A4ke%201%25\\.wav\nDeletionDate=[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\n"));
     struct stat status;
     ASSERT_EQ(stat((data / "Trash").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700u) << "what a user threw away is nobody else's business";
