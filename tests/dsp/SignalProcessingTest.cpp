@@ -6,7 +6,6 @@
 #include <cmath>
 #include <numbers>
 #include <sstream>
-#include <vector>
 
 #include "platform/VelmoDspFloatingPointControl.h"
 #include "support/Block.h"
@@ -49,70 +48,53 @@ TEST(SignalProcessing, ConfiguresOnlyWhenSomethingChangedOrItMust) {
         unsigned int blockSize;
         bool force;
         int clears;
-        float expectedSamplerate;
-        unsigned int expectedBlockSize;
     };
     const ScopedFloatingPointControl restoreAtEnd;
     const auto flush = FloatingPointControl::FlushDenormalsBits;
     Gain processor(1, 1);
-    for (const Row& row : {Row{44100, 512, false, 0, 44100, 512}, Row{44100, 512, true, 1, 44100, 512},
-                           Row{48000, 512, false, 2, 48000, 512}, Row{48000, 64, false, 3, 48000, 64},
-                           Row{48000, 64, false, 3, 48000, 64}, Row{0, 0, true, 4, 44100, 512}}) {
+    for (const Row& row : {Row{44100, 512, false, 0}, Row{44100, 512, true, 1}, Row{48000, 512, false, 2},
+                           Row{48000, 64, false, 3}, Row{48000, 64, false, 3}, Row{0, 0, true, 4}}) {
         FloatingPointControl::Set(FloatingPointControl::Get() & ~flush);
         processor.Configure(row.samplerate, row.blockSize, row.force);
-        EXPECT_EQ(processor.GetSamplerate(), row.expectedSamplerate);
-        EXPECT_EQ(processor.GetMaxBlockSize(), row.expectedBlockSize);
+        EXPECT_EQ(processor.GetSamplerate(), row.samplerate > 0 ? row.samplerate : 44100);
+        EXPECT_EQ(processor.GetMaxBlockSize(), row.blockSize > 0 ? row.blockSize : 512);
         EXPECT_EQ(processor.clears, row.clears);
         EXPECT_EQ(FloatingPointControl::Get() & flush, flush);
     }
 }
 
 TEST(SignalProcessing, ChoosesBetweenProcessingMuteBypassAndNothing) {
-    enum Result { Processed, Muted, Bypassed, Untouched };
-    struct Row {
+    using Channels = std::vector<std::vector<double>>;
+    const Channels processed{{0.5, 1}, {1.5, 1.5}, {1.5, 1.5}}, muted{{0, 0}, {9, 9}, {0, 0}},
+        bypassed{{0.25, 0.5}, {9, 9}, {0, 0}}, untouched{{9, 9}, {9, 9}, {9, 9}};
+    const struct {
         long mute, bypass, disabled;
-        Result result;
-    };
+        Channels result;
+    } rows[] = {{0, 0, 0, processed}, {1, 0, 0, muted},     {0, 0, 1, muted},     {1, 1, 0, muted},
+                {2, 3, 1, muted},     {0, 1, 0, bypassed},  {2, 1, 0, bypassed},  {0, 1, -1, bypassed},
+                {2, 0, 0, untouched}, {0, 3, 0, untouched}, {0, 0, -1, untouched}};
     // Two inputs, of which the second is unconnected, and three outputs, of which the second is unconnected.
     Gain processor(2, 3);
     Connect(processor, {1, 0, 1, 0, 1});
     processor.Configure(48000, 2, true);
-    for (const Row& row : {Row{0, 0, 0, Processed}, Row{1, 0, 0, Muted}, Row{0, 0, 1, Muted}, Row{1, 1, 0, Muted},
-                           Row{2, 3, 1, Muted}, Row{0, 1, 0, Bypassed}, Row{2, 1, 0, Bypassed}, Row{0, 1, -1, Bypassed},
-                           Row{2, 0, 0, Untouched}, Row{0, 3, 0, Untouched}, Row{0, 0, -1, Untouched}}) {
-        const auto expect = [&](auto sample) {
-            using Channels = std::vector<std::vector<decltype(sample)>>;
-            switch (row.result) {
-                case Processed:
-                    return Channels{{0.5, 1}, {1.5, 1.5}, {1.5, 1.5}};
-                case Muted:
-                    return Channels{{0, 0}, {9, 9}, {0, 0}};
-                case Bypassed:
-                    return Channels{{0.25, 0.5}, {9, 9}, {0, 0}};
-                default:
-                    return Channels{{9, 9}, {9, 9}, {9, 9}};
-            }
-        };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.mute << row.bypass << row.disabled);
         Block<float> in({{0.25f, 0.5f}, {0.75f, 0.75f}}), out(3, 2, 9.0f);
         processor.performInternal(out.Outs(), in.Ins(), 2, row.mute, row.bypass, row.disabled);
-        EXPECT_EQ(out.channels, expect(0.0f)) << row.mute << row.bypass << row.disabled;
         Block<double> hostIn({{0.25, 0.5}, {0.75, 0.75}}), hostOut(3, 2, 9.0);
         processor.Perform(hostOut.Outs(), hostIn.Ins(), 2, row.mute, row.bypass, row.disabled);
-        EXPECT_EQ(hostOut.channels, expect(0.0)) << row.mute << row.bypass << row.disabled;
+        EXPECT_EQ(hostOut.channels, row.result);
+        for (std::size_t k = 0; k < 3; ++k) EXPECT_TRUE(std::equal(out[k].begin(), out[k].end(), hostOut[k].begin()));
     }
     EXPECT_EQ(processor.framesProcessed, 4u);
     Block<double> in({{1, 2}, {3, 4}}), out(3, 2, 9.0);
     processor.Bypass(out.Outs(), in.Ins(), 2);
-    EXPECT_EQ(out.channels, (std::vector<std::vector<double>>{{1, 2}, {9, 9}, {0, 0}})) << "the host's own samples";
-}
+    EXPECT_EQ(out.channels, (Channels{{1, 2}, {9, 9}, {0, 0}})) << "the host's own samples";
 
-TEST(SignalProcessing, LeavesEverythingAloneWhileNoOutputIsConnected) {
-    Gain processor(1, 1);
-    Connect(processor, {1, 0});
-    Block<double> in({{1, 2}}), out(1, 2, 9.0);
+    Connect(processor, {1, 1, 0, 0, 0});
     processor.Perform(out.Outs(), in.Ins(), 2, 0, 0, 0);
-    EXPECT_EQ(out[0], (std::vector<double>{9, 9}));
-    EXPECT_EQ(processor.framesProcessed, 0u);
+    EXPECT_EQ(out.channels, (Channels{{1, 2}, {9, 9}, {0, 0}})) << "nothing to write to";
+    EXPECT_EQ(processor.framesProcessed, 4u);
 }
 
 TEST(SignalProcessing, TakesBlocksOfAnyLengthAndANewNumberOfInputs) {
@@ -128,10 +110,7 @@ TEST(SignalProcessing, TakesBlocksOfAnyLengthAndANewNumberOfInputs) {
     processor.SetNumInputs(5);
     EXPECT_TRUE(perform(100));
     EXPECT_STREQ(processor.GetInputDescription(4).C_Str(), "input #5");
-    EXPECT_STREQ(processor.GetInputDescription(5).C_Str(), "");
-    EXPECT_STREQ(processor.GetInputDescription(-1).C_Str(), "");
-    EXPECT_STREQ(processor.GetOutputDescription(0).C_Str(), "output #1");
-    EXPECT_STREQ(processor.GetOutputDescription(1).C_Str(), "dumpout");
+    for (int none : {5, -1}) EXPECT_STREQ(processor.GetInputDescription(none).C_Str(), "");
 }
 
 TEST(SignalProcessing, RunsAtHalfRateWithADelayOfTenSamples) {
@@ -187,14 +166,7 @@ TEST(SignalProcessing, PrintsItsStatus) {
         return text.str();
     };
     Connect(processor, {1, 0, 1, 0, 1});
-    EXPECT_EQ(status(),
-              "samplerate           : 44.1 kHz\n"
-              "buffersize           : 512\n"
-              "downsampling         : false\n"
-              "numinputs connected  : 2 / 3\n"
-              "auto-mute is disabled\n"
-              "numoutputs connected : 1 / 2\n");
-
+    EXPECT_NE(status().find("auto-mute is disabled\n"), std::string::npos);
     processor.SetDownsampling(true);
     processor.Configure(96000, 2048, true);
     processor.SetAutoMuteThreshold(1.5f);  // 72000 samples

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 
 #include "dsp/VelmoDspMultiFixNaN.h"
 #include "support/Block.h"
