@@ -1,16 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
-#include <string>
-#include <vector>
 
 #include "ApiObjects.h"
-#include "ext_obex_util.h"
 
-using velmohost::AtomsToText;
-using velmohost::ParseAtoms;
-
+namespace velmotest {
 namespace {
 
 t_atom SymbolAtom(const char* text) {
@@ -26,65 +19,50 @@ t_atom FloatAtom(double value) {
 }
 
 TEST(Atoms, BecomeNumbersByCuttingWideningAndReading) {
-    struct Row {
+    constexpr t_atom_long top = std::numeric_limits<t_atom_long>::max();
+    const struct {
         t_atom atom;
         t_atom_long asLong;
         double asFloat;
-    };
-    constexpr t_atom_long top = std::numeric_limits<t_atom_long>::max();
-    const Row rows[] = {
+    } rows[] = {
         {FloatAtom(2.9), 2, 2.9},   {FloatAtom(-2.9), -2, -2.9},      {FloatAtom(1e300), top, 1e300},
         {SymbolAtom("17"), 17, 17}, {SymbolAtom("-1.5e1"), -15, -15}, {SymbolAtom("17 apples"), 0, 0},
         {SymbolAtom("inf"), 0, 0},  {SymbolAtom(""), 0, 0},           {t_atom{}, 0, 0},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(AtomsToText(1, &row.atom));
-        EXPECT_EQ(atom_getlong(&row.atom), row.asLong);
-        EXPECT_EQ(atom_getfloat(&row.atom), row.asFloat);
+    for (const auto& row : rows) {
+        EXPECT_EQ(atom_getlong(&row.atom), row.asLong) << AtomsToText(1, &row.atom);
+        EXPECT_EQ(atom_getfloat(&row.atom), row.asFloat) << AtomsToText(1, &row.atom);
     }
     const t_atom nan = FloatAtom(NAN);
     EXPECT_EQ(atom_getlong(&nan), 0);
-}
-
-TEST(Atoms, OfOtherTypesGiveTheEmptySymbolAndNoObject) {
-    const t_atom number = FloatAtom(1.0);
-    EXPECT_EQ(atom_getsym(&number), gensym(""));
-    EXPECT_EQ(atom_getobj(&number), nullptr);
+    EXPECT_EQ(atom_getsym(&nan), gensym(""));
+    EXPECT_EQ(atom_getobj(&nan), nullptr);
+    t_atom_long unwritten = -1;
+    EXPECT_NE(atom_arg_getlong(&unwritten, 1, 1, &nan), 0);
+    EXPECT_EQ(unwritten, -1);
 }
 
 TEST(AtomText, IsReadByTheRulesOfABox) {
-    struct Row {
+    const struct {
         const char* text;
-        std::vector<std::pair<long, std::string>> atoms;  // type, and the value as plain text
-    };
-    const Row rows[] = {
-        {"foo 1 -2 +3", {{A_SYM, "foo"}, {A_LONG, "1"}, {A_LONG, "-2"}, {A_LONG, "3"}}},
-        {"1. .5 2e3 -1.5E-1",
-         {{A_FLOAT, "1.000000"}, {A_FLOAT, "0.500000"}, {A_FLOAT, "2000.000000"}, {A_FLOAT, "-0.150000"}}},
-        {"1.2.3 2e - . 0x10 nan inf",
-         {{A_SYM, "1.2.3"},
-          {A_SYM, "2e"},
-          {A_SYM, "-"},
-          {A_SYM, "."},
-          {A_SYM, "0x10"},
-          {A_SYM, "nan"},
-          {A_SYM, "inf"}}},
-        {"\"two words\" \"12\" \"\"", {{A_SYM, "two words"}, {A_SYM, "12"}, {A_SYM, ""}}},
-        {"a\\ b \\12 \\\"q\\\"", {{A_SYM, "a b"}, {A_SYM, "12"}, {A_SYM, "\"q\""}}},
-        {"\"open quote", {{A_SYM, "open quote"}}},
-        {"9223372036854775807", {{A_LONG, "9223372036854775807"}}},
-        {"9223372036854775808", {{A_FLOAT, "9223372036854775808.000000"}}},
-        {" \t\n ", {}},
-    };
+        std::string types;   // of symbols, longs and floats
+        const char* values;  // as plain text
+    } rows[] = {{"foo 1 -2 +3", "slll", "foo 1 -2 3"},
+                {"1. .5 2e3 -1.5E-1", "ffff", "1.000000 0.500000 2000.000000 -0.150000"},
+                {"1.2.3 2e - . 0x10 nan inf", "sssssss", "1.2.3 2e - . 0x10 nan inf"},
+                {"\"two words\" \"12\" \"\"", "sss", "two words 12 "},
+                {"a\\ b \\12 \\\"q\\\"", "sss", "a b 12 \"q\""},
+                {"\"open quote", "s", "open quote"},
+                {"9223372036854775807", "l", "9223372036854775807"},
+                {"9223372036854775808", "f", "9223372036854775808.000000"},
+                {" \t\n ", "", ""}};
     constexpr long plain = OBEX_UTIL_ATOM_GETTEXT_SYM_NO_QUOTE | OBEX_UTIL_ATOM_GETTEXT_FORCE_ZEROS;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (const auto& row : rows) {
         const std::vector<t_atom> atoms = ParseAtoms(row.text);
-        ASSERT_EQ(atoms.size(), row.atoms.size());
-        for (std::size_t i = 0; i < atoms.size(); ++i) {
-            EXPECT_EQ(atom_gettype(&atoms[i]), row.atoms[i].first);
-            EXPECT_EQ(AtomsToText(1, &atoms[i], plain), row.atoms[i].second);
-        }
+        std::string types;
+        for (const t_atom& atom : atoms) types += atom.a_type == A_SYM ? 's' : atom.a_type == A_LONG ? 'l' : 'f';
+        EXPECT_EQ(types, row.types) << row.text;
+        EXPECT_EQ(AtomsToText(static_cast<long>(atoms.size()), atoms.data(), plain), row.values) << row.text;
     }
 }
 
@@ -98,13 +76,6 @@ TEST(AtomText, ReadsBackAsTheSameAtoms) {
         EXPECT_EQ(read[i].a_type, atoms[i].a_type) << i;
         EXPECT_EQ(read[i].a_w.w_long, atoms[i].a_w.w_long) << i;  // same bits, whatever the type
     }
-}
-
-TEST(AtomText, ShowsNumbersAsMusiciansTypeThem) {
-    const t_atom narrow = FloatAtom(static_cast<double>(0.1f));
-    EXPECT_EQ(AtomsToText(1, &narrow), "0.1");
-    const t_atom whole = FloatAtom(250.0);
-    EXPECT_EQ(AtomsToText(1, &whole), "250.");
 }
 
 TEST(AtomText, GoesIntoTheCallersMemoryOrANewCopy) {
@@ -130,8 +101,7 @@ TEST(AtomText, GoesIntoTheCallersMemoryOrANewCopy) {
     ac = 2;
     ASSERT_EQ(atom_setparse(&ac, &av, "1 2 3"), MAX_ERR_NONE);
     EXPECT_EQ(av, own);
-    EXPECT_EQ(ac, 2);
-    EXPECT_EQ(atom_getlong(own + 1), 2);
+    EXPECT_EQ(AtomsToText(ac, av), "1 2");
 }
 
 TEST(AtomFormat, ReadsEveryLetter) {
@@ -140,7 +110,7 @@ TEST(AtomFormat, ReadsEveryLetter) {
     const t_atom_long longs[] = {4, 5};
     t_symbol* const symbols[] = {gensym("x"), gensym("two words")};
     t_atom single = FloatAtom(9.5);
-    velmotest::Owned<t_object> object(reinterpret_cast<t_object*>(dictionary_new()));
+    const Owned<t_dictionary> object(dictionary_new());
     long ac = 0;
     t_atom* av = nullptr;
     ASSERT_EQ(atom_setformat(&ac, &av, "clfdsoaFDLSpA", 'A', t_atom_long{1} << 40, 0.5, 0.25, gensym("s"), object.get(),
@@ -155,17 +125,5 @@ TEST(AtomFormat, ReadsEveryLetter) {
     EXPECT_EQ(av, nullptr);
 }
 
-TEST(AtomArguments, AreWrittenOnlyWhenTheyExist) {
-    const std::vector<t_atom> atoms = ParseAtoms("3 foo");
-    const long ac = static_cast<long>(atoms.size());
-    t_atom_long number = -1;
-    EXPECT_EQ(atom_arg_getlong(&number, 0, ac, atoms.data()), 0);
-    EXPECT_NE(atom_arg_getlong(&number, 2, ac, atoms.data()), 0);
-    EXPECT_EQ(number, 3);
-    t_symbol* symbol = nullptr;
-    EXPECT_NE(atom_arg_getsym(&symbol, 0, ac, atoms.data()), 0);
-    EXPECT_EQ(atom_arg_getsym(&symbol, 1, ac, atoms.data()), 0);
-    EXPECT_EQ(symbol, gensym("foo"));
-}
-
 }  // namespace
+}  // namespace velmotest

@@ -1,28 +1,8 @@
 #include "core/Creation.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "ApiObjects.h"
-#include "core/Objects.h"
-#include "ext_obex_util.h"
-#include "support/CapturedWindow.h"
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using velmohost::AtomsToText;
-using velmohost::CreateInstance;
-using velmohost::ParseAtoms;
-using velmotest::AsMethod;
-using velmotest::CapturedWindow;
-using velmotest::NewClass;
-using velmotest::NewObject;
-using velmotest::Owned;
-using velmotest::ValueText;
-
+namespace velmotest {
 namespace {
 
 struct Thing {
@@ -35,35 +15,23 @@ struct Thing {
 
 t_class* thingClass = nullptr;
 std::string constructorSaw;
-t_object* patcherSeen = nullptr;
-t_object* boxSeen = nullptr;
-
-/// What the dictionary in a constructor's arguments holds, in its order.
-std::string DictionaryText(long ac, t_atom* av) {
-    t_dictionary* const d = object_dictionaryarg(ac, av);
-    if (d == nullptr) return AtomsToText(ac, av);
-    std::string text;
-    long numKeys = 0;
-    t_symbol** keys = nullptr;
-    dictionary_getkeys_ordered(d, &numKeys, &keys);
-    for (long i = 0; i < numKeys; ++i) {
-        long count = 0;
-        t_atom* values = nullptr;
-        dictionary_getatoms(d, keys[i], &count, &values);
-        text += std::string(keys[i]->s_name) + " " + AtomsToText(count, values) + "; ";
-    }
-    dictionary_freekeys(d, numKeys, keys);
-    return text;
-}
+t_object *patcherSeen = nullptr, *boxSeen = nullptr;
 
 void* NewThing(t_symbol* name, long ac, t_atom* av) {
-    constructorSaw = std::string(name->s_name) + ": " + DictionaryText(ac, av);
+    t_dictionary* const arguments = object_dictionaryarg(ac, av);
+    constructorSaw = std::string(name->s_name) + ": " + (arguments != nullptr ? DictionaryText(arguments) : "");
     patcherSeen = gensym("#P")->s_thing;
     boxSeen = gensym("#B")->s_thing;
     void* const x = object_alloc(thingClass);
-    attr_dictionary_check(x, object_dictionaryarg(ac, av));
-    attr_dictionary_process(x, object_dictionaryarg(ac, av));
+    attr_dictionary_check(x, arguments);
+    attr_dictionary_process(x, arguments);
     return x;
+}
+
+Owned<t_object> CreateOf(t_class* c, const char* arguments, t_object* box = nullptr, t_object* patcher = nullptr) {
+    std::vector<t_atom> atoms = ParseAtoms(arguments);
+    const auto ac = static_cast<long>(atoms.size());
+    return Owned<t_object>(velmohost::CreateInstance(c, c->c_sym, ac, atoms.data(), box, patcher));
 }
 
 class Creation : public testing::Test {
@@ -85,26 +53,18 @@ protected:
 
     void TearDown() override { class_free(thingClass); }
 
-    Owned<Thing> Create(const std::string& arguments, t_object* box = nullptr, t_object* patcher = nullptr) {
-        std::vector<t_atom> atoms = ParseAtoms(arguments);
-        t_object* const x =
-            CreateInstance(thingClass, gensym("thing~"), static_cast<long>(atoms.size()), atoms.data(), box, patcher);
-        return Owned<Thing>(reinterpret_cast<Thing*>(x));
+    static Owned<t_object> Create(const char* arguments, t_object* box = nullptr, t_object* patcher = nullptr) {
+        return CreateOf(thingClass, arguments, box, patcher);
     }
 
     CapturedWindow window;
 };
 
-TEST_F(Creation, ABareBoxHandsOverEveryDefault) {
-    const auto x = Create("");
+TEST_F(Creation, HandsOverEveryDefaultUnlessASettingOverridesIt) {
+    auto x = Create("");
     EXPECT_EQ(constructorSaw, "thing~: channels 1; mode lastvalue; gains 0.5 2.; ");
-    EXPECT_EQ(ValueText(x.get(), "channels"), "1");
     EXPECT_EQ(ValueText(x.get(), "gains"), "0.5 2.");
-    EXPECT_THAT(window.Take(), IsEmpty());
-}
-
-TEST_F(Creation, SettingsOverrideTheDefaults) {
-    const auto x = Create("@mode givenvalue @channels 4 @gains 1 1 @channels 300");
+    x = Create("@mode givenvalue @channels 4 @gains 1 1 @channels 300");
     EXPECT_EQ(constructorSaw, "thing~: channels 300; mode givenvalue; gains 1 1; ");
     EXPECT_EQ(ValueText(x.get(), "channels"), "250");
     EXPECT_THAT(window.Take(), IsEmpty());
@@ -121,8 +81,7 @@ TEST_F(Creation, SaysWhatItCanNotUse) {
 }
 
 TEST_F(Creation, LeadsToBoxAndPatcherThroughSymbolsThenThroughTheObex) {
-    const Owned<t_dictionary> box(dictionary_new());
-    const Owned<t_dictionary> patcher(dictionary_new());
+    const Owned<t_dictionary> box(dictionary_new()), patcher(dictionary_new());
     const auto x = Create("", &box->d_obj, &patcher->d_obj);
     EXPECT_EQ(boxSeen, &box->d_obj);
     EXPECT_EQ(patcherSeen, &patcher->d_obj);
@@ -137,12 +96,11 @@ TEST_F(Creation, LeadsToBoxAndPatcherThroughSymbolsThenThroughTheObex) {
 
 TEST_F(Creation, RegistersAClassOnce) {
     EXPECT_EQ(class_register(CLASS_BOX, thingClass), MAX_ERR_DUPLICATE);
-    t_class* const other = NewClass<Thing>("thing~");
+    const TestClass<Thing> other("thing~");
     EXPECT_EQ(class_register(CLASS_BOX, other), MAX_ERR_DUPLICATE);
     EXPECT_EQ(class_findbyname(CLASS_BOX, gensym("thing~")), thingClass);
     EXPECT_EQ(class_findbyname(CLASS_NOBOX, gensym("thing~")), nullptr);
     EXPECT_EQ(class_register(CLASS_NOBOX, other), MAX_ERR_NONE);
-    class_free(other);
     class_alias(thingClass, gensym("t~"));
     const Owned<void> x(newinstance(gensym("t~"), 0, nullptr));
     EXPECT_EQ(object_classname(x.get()), gensym("thing~"));
@@ -163,14 +121,9 @@ TEST(ConstructorTypes, AreServedAsDeclared) {
     c = class_new("typed", AsMethod(construct), nullptr, sizeof(Typed), nullptr, A_LONG, A_DEFFLOAT, A_DEFSYM, 0);
     CLASS_ATTR_LONG(c, "level", 0, Typed, level);
     CapturedWindow window;
-    const auto create = [](const char* text) {
-        std::vector<t_atom> atoms = ParseAtoms(text);
-        const long ac = static_cast<long>(atoms.size());
-        return Owned<t_object>(CreateInstance(c, gensym("typed"), ac, atoms.data(), nullptr, nullptr));
-    };
-    auto x = create("3 0.5 x @level 9");
+    const auto create = [](const char* text) { return CreateOf(c, text); };
+    EXPECT_EQ(ValueText(create("3 0.5 x @level 9").get(), "level"), "9");
     EXPECT_EQ(saw, "3 0.500000 x");
-    EXPECT_EQ(ValueText(x.get(), "level"), "9");
     create("2.9");
     EXPECT_EQ(saw, "2 0.000000 ");
     EXPECT_THAT(window.Take(), IsEmpty());
@@ -182,7 +135,6 @@ TEST(ConstructorTypes, AreServedAsDeclared) {
     EXPECT_THAT(window.Take(), ElementsAre("[error] typed: the object could not be created"));
     EXPECT_NE(create("1 2 s 4"), nullptr);
     EXPECT_THAT(window.Take(), ElementsAre("[warning] typed: extra arguments for the object"));
-    x.reset();
     class_free(c);
 }
 
@@ -194,12 +146,11 @@ TEST(ObjectLife, FreesWhatTheObexHoldsAfterTheFreeFunction) {
         object_obex_lookup(x, gensym("owned"), &found);
         lifeLog.push_back(found != nullptr ? "owner, part still there" : "owner");
     };
-    t_class* const ownerClass = class_new("owner", nullptr, AsMethod(freeOwner), sizeof(t_object), nullptr, 0);
-    t_class* const partClass = class_new("part", nullptr, AsMethod(+[](t_object*) { lifeLog.push_back("part"); }),
-                                         sizeof(t_object), nullptr, 0);
+    const TestClass<t_object> ownerClass("owner", AsMethod(freeOwner));
+    const TestClass<t_object> partClass("part", AsMethod(+[](t_object*) { lifeLog.push_back("part"); }));
     lifeLog.clear();
-    auto owner = NewObject<t_object>(ownerClass);
-    auto borrowed = NewObject<t_object>(partClass);
+    auto owner = ownerClass.New();
+    const auto borrowed = partClass.New();
     object_obex_store(owner.get(), gensym("owned"), static_cast<t_object*>(object_alloc(partClass)));
     object_obex_storeflags(owner.get(), gensym("borrowed"), borrowed.get(), OBJ_FLAG_REF);
     t_object* found = nullptr;
@@ -208,29 +159,22 @@ TEST(ObjectLife, FreesWhatTheObexHoldsAfterTheFreeFunction) {
     owner.reset();
     EXPECT_THAT(lifeLog, ElementsAre("owner, part still there", "part"));
     EXPECT_EQ(object_isnogood(borrowed.get()), 0);
-    borrowed.reset();
     EXPECT_EQ(object_free(nullptr), MAX_ERR_NONE);
     t_object stranger{};
     EXPECT_NE(object_free(&stranger), MAX_ERR_NONE);
-    class_free(ownerClass);
-    class_free(partClass);
 }
 
 TEST(ObjectLife, ReadsTheClassFlagsWhereverTheyWereWritten) {
-    t_class* const c = class_new("flagged", nullptr, nullptr, 4096, nullptr, 0);
+    const TestClass<t_object> c("flagged");
     // Plug-ins compiled elsewhere write this word: byte 64 of the class.
-    *reinterpret_cast<long*>(reinterpret_cast<char*>(c) + 64) |= CLASS_FLAG_UIOBJECT;
+    *reinterpret_cast<long*>(reinterpret_cast<char*>(static_cast<t_class*>(c)) + 64) |= CLASS_FLAG_UIOBJECT;
     EXPECT_TRUE(class_is_ui(c));
-    class_free(c);
 }
 
 TEST(Outlets, StandFromRightToLeftInTheOrderOfTheirCreation) {
-    t_class* const c = NewClass<t_object>("sender");
-    auto x = NewObject<t_object>(c);
-    std::string left;
-    velmohost::SetOutletListener([&left](t_object*, t_outlet*, unsigned index, t_symbol* s, long ac, const t_atom* av) {
-        left += std::to_string(index) + " " + s->s_name + (ac > 0 ? " " + AtomsToText(ac, av) : "") + "; ";
-    });
+    const TestClass<t_object> c("sender");
+    const auto x = c.New();
+    OutletLog left;
     void* const right = outlet_new(x.get(), nullptr);
     void* const middle = floatout(x.get());
     void* const leftmost = outlet_new(x.get(), "signal");
@@ -248,12 +192,10 @@ TEST(Outlets, StandFromRightToLeftInTheOrderOfTheirCreation) {
     outlet_list(right, nullptr, 2, atoms.data());
     EXPECT_NE(outlet_anything(right, gensym("foo"), 1, atoms.data()), nullptr);
     EXPECT_EQ(outlet_anything(nullptr, gensym("foo"), 0, nullptr), nullptr);
-    EXPECT_EQ(left, "0 bang; 2 int 5; 1 float 0.5; 2 list 1 b; 2 foo 1; ");
+    EXPECT_EQ(left.text, "0 bang; 2 int 5; 1 float 0.5; 2 list 1 b; 2 foo 1; ");
     outlet_delete(leftmost);
     EXPECT_EQ(x->o_outlet, middle);
-    velmohost::SetOutletListener({});
-    x.reset();
-    class_free(c);
 }
 
 }  // namespace
+}  // namespace velmotest

@@ -1,43 +1,17 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "ApiObjects.h"
 #include "ext_dictobj.h"
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using velmohost::AtomsToText;
-using velmohost::ParseAtoms;
-using velmotest::Owned;
+#include "ApiObjects.h"
 
+namespace velmotest {
 namespace {
 
 int numFreed = 0;
 
 /// An object that counts how many of its kind were freed.
 t_object* NewCounted() {
-    static t_class* const c = class_new("counted", nullptr, velmotest::AsMethod(+[](t_object*) { ++numFreed; }),
-                                        sizeof(t_object), nullptr, 0);
+    static t_class* const c =
+        class_new("counted", nullptr, AsMethod(+[](t_object*) { ++numFreed; }), sizeof(t_object), nullptr, 0);
     return static_cast<t_object*>(object_alloc(c));
-}
-
-std::vector<std::string> Keys(const t_dictionary* d) {
-    long count = 0;
-    t_symbol** keys = nullptr;
-    dictionary_getkeys_ordered(d, &count, &keys);
-    std::vector<std::string> names;
-    for (long i = 0; i < count; ++i) names.push_back(keys[i]->s_name);
-    dictionary_freekeys(const_cast<t_dictionary*>(d), count, keys);
-    return names;
-}
-
-std::string Atoms(const t_dictionary* d, const char* key) {
-    long ac = 0;
-    t_atom* av = nullptr;
-    return dictionary_getatoms(d, gensym(key), &ac, &av) == MAX_ERR_NONE ? AtomsToText(ac, av) : "error";
 }
 
 void AppendText(t_dictionary* d, const char* key, const std::string& text) {
@@ -54,14 +28,13 @@ protected:
 TEST_F(Dictionaries, KeepTheOrderInWhichKeysWereAdded) {
     for (const char* key : {"zebra", "apple", "mango"}) dictionary_appendlong(d.get(), gensym(key), 1);
     AppendText(d.get(), "apple", "2 3");
-    EXPECT_THAT(Keys(d.get()), ElementsAre("zebra", "apple", "mango"));
-    EXPECT_EQ(Atoms(d.get(), "apple"), "2 3");
+    EXPECT_EQ(DictionaryText(d.get()), "zebra 1; apple 2 3; mango 1; ");
     dictionary_deleteentry(d.get(), gensym("zebra"));
     dictionary_appendlong(d.get(), gensym("zebra"), 4);
-    EXPECT_THAT(Keys(d.get()), ElementsAre("apple", "mango", "zebra"));
+    EXPECT_EQ(DictionaryText(d.get()), "apple 2 3; mango 1; zebra 4; ");
     EXPECT_EQ(dictionary_getentrycount(d.get()), 3);
     dictionary_clear(d.get());
-    EXPECT_THAT(Keys(d.get()), IsEmpty());
+    EXPECT_EQ(DictionaryText(d.get()), "");
 }
 
 TEST_F(Dictionaries, GiveEachKindOfValueBack) {
@@ -73,22 +46,16 @@ TEST_F(Dictionaries, GiveEachKindOfValueBack) {
     AppendText(d.get(), "list", "1 b");
 
     t_atom_long number = 0;
-    double fraction = 0.0;
     t_symbol* symbol = nullptr;
     EXPECT_EQ(dictionary_getlong(d.get(), gensym("long"), &number), MAX_ERR_NONE);
     EXPECT_EQ(number, 1LL << 40);
     EXPECT_EQ(dictionary_getlong(d.get(), gensym("float"), &number), MAX_ERR_NONE);
     EXPECT_EQ(number, 2);
-    EXPECT_EQ(dictionary_getfloat(d.get(), gensym("float"), &fraction), MAX_ERR_NONE);
-    EXPECT_EQ(fraction, 2.75);
     EXPECT_EQ(dictionary_getsym(d.get(), gensym("string"), &symbol), MAX_ERR_NONE);
     EXPECT_EQ(symbol, gensym("a text"));
     EXPECT_TRUE(dictionary_entryisstring(d.get(), gensym("string")));
     EXPECT_TRUE(dictionary_entryisatomarray(d.get(), gensym("list")));
     EXPECT_FALSE(dictionary_entryisatomarray(d.get(), gensym("single")));
-    t_atom atom;
-    EXPECT_EQ(dictionary_getatom(d.get(), gensym("list"), &atom), MAX_ERR_NONE);
-    EXPECT_EQ(atom.a_type, A_OBJ);
 
     // Missing or of another kind: an error, and the result untouched.
     number = -1;
@@ -111,8 +78,8 @@ TEST_F(Dictionaries, GiveEachKindOfValueBack) {
 TEST_F(Dictionaries, FreeTheObjectsTheyHold) {
     dictionary_appendobject(d.get(), gensym("a"), NewCounted());
     dictionary_appendobject(d.get(), gensym("b"), NewCounted());
-    t_object* const kept = NewCounted();
-    dictionary_appendobject(d.get(), gensym("c"), kept);
+    const Owned<t_object> kept(NewCounted());
+    dictionary_appendobject(d.get(), gensym("c"), kept.get());
     dictionary_appendlong(d.get(), gensym("a"), 1);  // replaced
     EXPECT_EQ(numFreed, 1);
     dictionary_chuckentry(d.get(), gensym("c"));
@@ -120,44 +87,37 @@ TEST_F(Dictionaries, FreeTheObjectsTheyHold) {
     dictionary_appenddictionary(outer, gensym("inner"), &d.release()->d_obj);
     object_free(outer);
     EXPECT_EQ(numFreed, 2);
-    EXPECT_EQ(object_isnogood(kept), 0);
-    object_free(kept);
+    EXPECT_EQ(object_isnogood(kept.get()), 0);
 }
 
 TEST_F(Dictionaries, CloneToTheLastLevel) {
     AppendText(d.get(), "list", "1 2");
     dictionary_appendstring(d.get(), gensym("string"), "text");
-    t_dictionary* const inner = dictionary_new();
-    dictionary_appendlong(inner, gensym("x"), 9);
-    dictionary_appenddictionary(d.get(), gensym("inner"), &inner->d_obj);
-    const Owned<t_dictionary> copy(dictionary_clone(d.get()));
-    d.reset();
-    EXPECT_THAT(Keys(copy.get()), ElementsAre("list", "string", "inner"));
-    EXPECT_EQ(Atoms(copy.get(), "list"), "1 2");
+    t_dictionary* const outer = dictionary_new();
+    dictionary_appenddictionary(outer, gensym("inner"), &d.release()->d_obj);
+    const Owned<t_dictionary> copy(dictionary_clone(outer));
+    object_free(outer);
+    EXPECT_EQ(DictionaryText(copy.get()), "inner <dictionary>; ");
     t_object* found = nullptr;
     ASSERT_EQ(dictionary_getdictionary(copy.get(), gensym("inner"), &found), MAX_ERR_NONE);
-    EXPECT_EQ(Atoms(reinterpret_cast<t_dictionary*>(found), "x"), "9");
+    EXPECT_EQ(DictionaryText(reinterpret_cast<t_dictionary*>(found)), "list 1 2; string <string>; ");
 }
 
 TEST_F(Dictionaries, AreMadeByNameLikeOtherContainers) {
-    Owned<void> made(object_new(CLASS_NOBOX, gensym("dictionary")));
+    const Owned<void> made(object_new(CLASS_NOBOX, gensym("dictionary")));
     EXPECT_EQ(object_classname(made.get()), gensym("dictionary"));
     std::vector<t_atom> atoms = ParseAtoms("1 2 3");
-    Owned<void> array(object_new(gensym("nobox"), gensym("atomarray"), 3, atoms.data()));
-    EXPECT_EQ(atomarray_getsize(static_cast<t_atomarray*>(array.get())), 3);
-    Owned<void> typed(object_new_typed(CLASS_NOBOX, gensym("atomarray"), 2, atoms.data()));
-    EXPECT_EQ(atomarray_getsize(static_cast<t_atomarray*>(typed.get())), 2);
+    const Owned<void> array(object_new_typed(gensym("nobox"), gensym("atomarray"), 2, atoms.data()));
+    EXPECT_EQ(atomarray_getsize(static_cast<t_atomarray*>(array.get())), 2);
     EXPECT_EQ(object_new(CLASS_NOBOX, gensym("nonsense")), nullptr);
 }
 
-TEST_F(Dictionaries, HaveNamesThatFindThem) {
+TEST_F(Dictionaries, HaveNamesAndLiveUntilTheLastReferenceIsReleased) {
     t_symbol* name = nullptr;
     ASSERT_EQ(dictobj_register(d.get(), &name), d.get());
-    ASSERT_NE(name, nullptr);
     EXPECT_EQ(dictobj_namefromptr(d.get()), name);
-    EXPECT_EQ(dictobj_findregistered_retain(name), d.get());
-    EXPECT_EQ(dictobj_release(d.get()), MAX_ERR_NONE);
-    EXPECT_NE(dictobj_release(d.get()), MAX_ERR_NONE);
+    dictionary_appendlong(d.get(), gensym("x"), 3);
+    dictionary_appendobject(d.get(), gensym("o"), NewCounted());
 
     // The name is taken: the newcomer is freed, its contents too.
     t_dictionary* const second = dictionary_new();
@@ -165,25 +125,16 @@ TEST_F(Dictionaries, HaveNamesThatFindThem) {
     EXPECT_EQ(dictobj_register(second, &name), d.get());
     EXPECT_EQ(numFreed, 1);
 
+    t_dictionary* const reference = dictobj_findregistered_retain(name);
+    EXPECT_EQ(reference, d.get());
+    dictobj_findregistered_retain(name);
+    EXPECT_EQ(dictobj_release(reference), MAX_ERR_NONE);
     d.reset();
+    EXPECT_TRUE(DictionaryText(reference).starts_with("x 3; "));
     EXPECT_EQ(dictobj_findregistered_retain(name), nullptr);
     EXPECT_EQ(dictobj_findregistered_clone(name), nullptr);
-}
-
-TEST_F(Dictionaries, LiveUntilTheLastReferenceIsReleased) {
-    t_symbol* name = gensym("shared dictionary");
-    dictionary_appendlong(d.get(), gensym("x"), 3);
-    dictionary_appendobject(d.get(), gensym("o"), NewCounted());
-    dictobj_register(d.get(), &name);
-    t_dictionary* const reference = dictobj_findregistered_retain(name);
-    dictobj_findregistered_retain(name);
-    d.reset();
-    EXPECT_EQ(Atoms(reference, "x"), "3");
-    EXPECT_EQ(dictobj_findregistered_retain(name), nullptr);  // no longer to be found
     dictobj_release(reference);
-    EXPECT_EQ(numFreed, 0);
-    dictobj_release(reference);
-    EXPECT_EQ(numFreed, 1);
+    EXPECT_EQ(numFreed, 2);
 }
 
 TEST(AtomArrays, HoldCopiesAndFreeObjectsOnlyWhenAsked) {
@@ -203,8 +154,7 @@ TEST(AtomArrays, HoldCopiesAndFreeObjectsOnlyWhenAsked) {
     EXPECT_EQ(atom_getsym(&atom), gensym("b"));
     EXPECT_NE(atomarray_getindex(array.get(), 5, &atom), MAX_ERR_NONE);
 
-    t_object* const object = NewCounted();
-    atom_setobj(&atom, object);
+    atom_setobj(&atom, NewCounted());
     atomarray_setatoms(array.get(), 1, &atom);
     atomarray_clear(array.get());
     EXPECT_EQ(numFreed, 0);
@@ -215,20 +165,16 @@ TEST(AtomArrays, HoldCopiesAndFreeObjectsOnlyWhenAsked) {
 }
 
 TEST(Binbufs, StoreMessagesWithTheirEnds) {
-    Owned<void> binbuf(binbuf_new());
+    const Owned<void> binbuf(binbuf_new());
     std::vector<t_atom> atoms = ParseAtoms("#1 2 #0 #12 x");
     binbuf_insert(binbuf.get(), gensym("set"), 5, atoms.data());
     binbuf_insert(binbuf.get(), nullptr, 1, atoms.data() + 1);
     std::vector<t_atom> stored;
-    long unused = 0;
-    long position = 0;
+    long unused = 0, position = 0;
     t_atom atom;
     while (binbuf_getatom(binbuf.get(), &unused, &position, &atom) == 0) stored.push_back(atom);
     EXPECT_EQ(AtomsToText(static_cast<long>(stored.size()), stored.data()), "set $1 2 #0 #12 x ; 2 ;");
-    binbuf_set(binbuf.get(), nullptr, 1, atoms.data());
-    position = 0;
-    EXPECT_EQ(binbuf_getatom(binbuf.get(), &unused, &position, &atom), 0);
-    EXPECT_EQ(binbuf_getatom(binbuf.get(), &unused, &position, &atom), 1);
 }
 
 }  // namespace
+}  // namespace velmotest

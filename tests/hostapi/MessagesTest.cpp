@@ -1,56 +1,25 @@
 #include "core/Messages.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "ApiObjects.h"
 #include "core/Classes.h"
-#include "core/Objects.h"
 #include "platform/VelmoDspFloatingPointControl.h"
-#include "support/CapturedWindow.h"
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using velmohost::AtomsToText;
-using velmohost::ParseAtoms;
-using velmotest::AsMethod;
-using velmotest::CapturedWindow;
-using velmotest::NewClass;
-using velmotest::NewObject;
-using velmotest::Owned;
-
+namespace velmotest {
 namespace {
 
 std::string lastCall;
 
-std::string Number(double value) {
+std::string Show(t_atom_long value) { return std::to_string(value); }
+std::string Show(t_symbol* value) { return value->s_name; }
+std::string Show(double value) {
     t_atom atom;
     atom_setfloat(&atom, value);
     return AtomsToText(1, &atom);
 }
 
-void TakeNothing(t_object*) { lastCall = "nothing"; }
-void TakeInt(t_object*, t_atom_long n) { lastCall = "int " + std::to_string(n); }
-void TakeFloat(void*, double f) { lastCall = "float " + Number(f); }
-void TakeSymbols(t_object*, t_symbol* a, t_symbol* b) { lastCall = std::string(a->s_name) + "," + b->s_name; }
-
-/// Integers and doubles in turn, more of each than one kind of call would put in the right registers.
-void TakeMixture(t_object*, double a, t_atom_long b, double c, t_symbol* d, double e, t_atom_long f, double g) {
-    lastCall = Number(a) + " " + std::to_string(b) + " " + Number(c) + " " + d->s_name + " " + Number(e) + " " +
-               std::to_string(f) + " " + Number(g);
-}
-
-void TakeSevenLongs(t_object*, t_atom_long a, t_atom_long b, t_atom_long c, t_atom_long d, t_atom_long e, t_atom_long f,
-                    t_atom_long g) {
-    lastCall.clear();
-    for (const t_atom_long value : {a, b, c, d, e, f, g}) lastCall += std::to_string(value);
-}
-
-void TakeDefaults(t_object*, t_atom_long a, double b, t_symbol* c) {
-    lastCall = std::to_string(a) + " " + Number(b) + " '" + c->s_name + "'";
+template <class... Args>
+void Take(void*, Args... args) {
+    lastCall = ((Show(args) + ";") + ... + "");
 }
 
 void TakeAtoms(t_object*, t_symbol* s, long ac, t_atom* av) {
@@ -68,117 +37,85 @@ void* Untyped(t_object*, t_ptr_int a, char* text, t_ptr_int b) {
     return gensym("answer");
 }
 
-t_class* TalkerClass() {
-    static t_class* const c = [] {
-        t_class* const talker = NewClass<t_object>("talker");
-        class_addmethod(talker, AsMethod(TakeNothing), "bang", 0);
-        class_addmethod(talker, AsMethod(TakeFloat), "float", A_FLOAT, 0);
-        class_addmethod(talker, AsMethod(TakeInt), "count", A_LONG, 0);
-        class_addmethod(talker, AsMethod(TakeSymbols), "pair", A_SYM, A_SYM, 0);
-        class_addmethod(talker, AsMethod(TakeMixture), "mix", A_FLOAT, A_LONG, A_FLOAT, A_SYM, A_FLOAT, A_LONG, A_FLOAT,
-                        0);
-        class_addmethod(talker, AsMethod(TakeSevenLongs), "seven", A_LONG, A_LONG, A_LONG, A_LONG, A_LONG, A_LONG,
-                        A_LONG, 0);
-        class_addmethod(talker, AsMethod(TakeDefaults), "defaults", A_DEFLONG, A_DEFFLOAT, A_DEFSYM, 0);
-        class_addmethod(talker, AsMethod(TakeAtoms), "gimme", A_GIMME, 0);
-        class_addmethod(talker, AsMethod(GiveBack), "giveback", A_GIMMEBACK, 0);
-        class_addmethod(talker, AsMethod(Untyped), "untyped", A_CANT, 0);
-        return talker;
-    }();
-    return c;
-}
+class Messages : public testing::Test {
+protected:
+    Messages() {
+        using Int = t_atom_long;
+        using Sym = t_symbol*;
+        class_addmethod(c, AsMethod(Take<>), "bang", 0);
+        class_addmethod(c, AsMethod(Take<double>), "float", A_FLOAT, 0);
+        class_addmethod(c, AsMethod(Take<Int>), "count", A_LONG, 0);
+        class_addmethod(c, AsMethod(Take<Sym, Sym>), "pair", A_SYM, A_SYM, 0);
+        // Integers and doubles in turn, more of each than one kind of call would put in the right registers.
+        class_addmethod(c, AsMethod(Take<double, Int, double, Sym, double, Int, double>), "mix", A_FLOAT, A_LONG,
+                        A_FLOAT, A_SYM, A_FLOAT, A_LONG, A_FLOAT, 0);
+        class_addmethod(c, AsMethod(Take<Int, double, Sym>), "defaults", A_DEFLONG, A_DEFFLOAT, A_DEFSYM, 0);
+        class_addmethod(c, AsMethod(TakeAtoms), "gimme", A_GIMME, 0);
+        class_addmethod(c, AsMethod(GiveBack), "giveback", A_GIMMEBACK, 0);
+        class_addmethod(c, AsMethod(Untyped), "untyped", A_CANT, 0);
+        lastCall = "none";
+    }
 
-bool Send(void* x, const std::string& selector, const std::string& arguments, unsigned inlet = 0) {
-    std::vector<t_atom> atoms = ParseAtoms(arguments);
-    lastCall = "none";
-    return velmohost::SendMessage(static_cast<t_object*>(x), inlet, gensym(selector.c_str()),
-                                  static_cast<long>(atoms.size()), atoms.data());
-}
-
-TEST(Messages, ArriveConvertedByTheirTypes) {
-    struct Row {
-        const char* selector;
-        const char* arguments;
-        const char* call;
-    };
-    const Row rows[] = {
-        {"bang", "", "nothing"},
-        {"float", "2.5", "float 2.5"},
-        {"float", "2", "float 2."},
-        {"int", "3", "float 3."},  // only "float" exists
-        {"list", "4", "float 4."},
-        {"count", "7.9", "int 7"},
-        {"count", "-9000000000000000000", "int -9000000000000000000"},
-        {"pair", "a \"b c\"", "a,b c"},
-        {"mix", "0.5 1 1.5 s 2.5 2 3", "0.5 1 1.5 s 2.5 2 3."},
-        {"seven", "1 2 3 4 5 6 7", "1234567"},
-        {"defaults", "", "0 0. ''"},
-        {"defaults", "1.9 2", "1 2. ''"},
-        {"defaults", "1 2 x", "1 2. 'x'"},
-        {"gimme", "", "gimme: "},
-        {"gimme", "1 b", "gimme: 1 b"},
-    };
+    const TestClass<t_object> c{"talker"};
+    const Owned<t_object> x = c.New();
     CapturedWindow window;
-    const auto x = NewObject<t_object>(TalkerClass());
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.selector) + " " + row.arguments);
-        EXPECT_TRUE(Send(x.get(), row.selector, row.arguments));
-        EXPECT_EQ(lastCall, row.call);
+};
+
+TEST_F(Messages, ArriveConvertedByTheirTypes) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"bang", ""},
+        {"float 2.5", "2.5;"},
+        {"float 2", "2.;"},
+        {"int 3", "3.;"},  // only "float" exists
+        {"list 4", "4.;"},
+        {"count 7.9", "7;"},
+        {"count -9000000000000000000", "-9000000000000000000;"},
+        {"pair a \"b c\"", "a;b c;"},
+        {"mix 0.5 1 1.5 s 2.5 2 3", "0.5;1;1.5;s;2.5;2;3.;"},
+        {"defaults", "0;0.;;"},
+        {"defaults 1.9 2", "1;2.;;"},
+        {"gimme 1 b", "gimme: 1 b"},
+    };
+    for (const auto& [message, call] : rows) {
+        EXPECT_TRUE(Send(x.get(), message)) << message;
+        EXPECT_EQ(lastCall, call) << message;
     }
     EXPECT_THAT(window.Take(), IsEmpty());
 }
 
-TEST(Messages, ThatDoNotFitAreRefusedWithAReason) {
-    struct Row {
-        const char* selector;
-        const char* arguments;
-        const char* reason;
-    };
-    const Row rows[] = {
-        {"count", "", "missing arguments for message \"count\""},
-        {"count", "x", "bad arguments for message \"count\""},
-        {"count", "1 2", "extra arguments for message \"count\""},
-        {"pair", "a 1", "bad arguments for message \"pair\""},
-        {"bang", "1", "extra arguments for message \"bang\""},
-        {"untyped", "", "doesn't understand \"untyped\""},  // not for users
-        {"nonsense", "1", "doesn't understand \"nonsense\""},
-        {"list", "a b", "doesn't understand \"list\""},
-    };
-    CapturedWindow window;
-    const auto x = NewObject<t_object>(TalkerClass());
-    for (const Row& row : rows) {
-        EXPECT_FALSE(Send(x.get(), row.selector, row.arguments));
-        EXPECT_EQ(lastCall, "none");
-        EXPECT_THAT(window.Take(), ElementsAre("[error] talker: " + std::string(row.reason)));
+TEST_F(Messages, ThatDoNotFitAreRefusedWithAReason) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"count", "missing arguments for message \"count\""},   {"count x", "bad arguments for message \"count\""},
+        {"count 1 2", "extra arguments for message \"count\""}, {"pair a 1", "bad arguments for message \"pair\""},
+        {"bang 1", "extra arguments for message \"bang\""},     {"untyped", "doesn't understand \"untyped\""},
+        {"nonsense 1", "doesn't understand \"nonsense\""},      {"list a b", "doesn't understand \"list\""}};
+    for (const auto& [message, reason] : rows) {
+        EXPECT_FALSE(Send(x.get(), message));
+        EXPECT_THAT(window.Take(), ElementsAre(std::string("[error] talker: ") + reason));
     }
+    EXPECT_EQ(lastCall, "none");
 }
 
-TEST(Messages, WithoutAMethodGoToAnythingUnderTheirOwnName) {
-    t_class* const c = NewClass<t_object>("catchall");
+TEST_F(Messages, WithoutAMethodGoToAnythingUnderTheirOwnName) {
     class_addmethod(c, AsMethod(TakeAtoms), "anything", A_GIMME, 0);
-    auto x = NewObject<t_object>(c);
-    EXPECT_TRUE(Send(x.get(), "foo", "1 2"));
-    EXPECT_EQ(lastCall, "foo: 1 2");
-    EXPECT_TRUE(Send(x.get(), "list", "1 2"));
-    EXPECT_EQ(lastCall, "list: 1 2");
-    EXPECT_TRUE(Send(x.get(), "int", "5"));
+    for (const char* message : {"foo 1 2", "list 1 b"}) {
+        EXPECT_TRUE(Send(x.get(), message));
+        EXPECT_EQ(lastCall, std::string(message).insert(std::string(message).find(' '), ":"));
+    }
+    const TestClass<t_object> withoutFloat("catchall");
+    class_addmethod(withoutFloat, AsMethod(TakeAtoms), "anything", A_GIMME, 0);
+    EXPECT_TRUE(Send(withoutFloat.New().get(), "int 5"));
     EXPECT_EQ(lastCall, "int: 5");
-    x.reset();
-    class_free(c);
 }
 
-TEST(Messages, ALaterMethodOfANameReplacesTheEarlierEvenForLivingObjects) {
-    t_class* const c = NewClass<t_object>("growing");
-    auto x = NewObject<t_object>(c);
-    for (int i = 0; i < 100; ++i) class_addmethod(c, AsMethod(TakeNothing), ("m" + std::to_string(i)).c_str(), 0);
-    class_addmethod(c, AsMethod(TakeInt), "m99", A_LONG, 0);
-    EXPECT_TRUE(Send(x.get(), "m99", "4"));
-    EXPECT_EQ(lastCall, "int 4");
-    EXPECT_TRUE(Send(x.get(), "m0", ""));
-    EXPECT_EQ(velmohost::GetMessages(c).size(), 100u);
-    EXPECT_EQ(ob_class(x.get()), c);
-    x.reset();
-    class_free(c);
+TEST_F(Messages, ALaterMethodOfANameReplacesTheEarlierEvenForLivingObjects) {
+    const std::size_t before = velmohost::GetMessages(c).size();
+    for (int i = 0; i < 100; ++i) class_addmethod(c, AsMethod(Take<>), ("m" + std::to_string(i)).c_str(), 0);
+    class_addmethod(c, AsMethod(Take<t_atom_long>), "m99", A_LONG, 0);
+    EXPECT_TRUE(Send(x.get(), "m99 4"));
+    EXPECT_EQ(lastCall, "4;");
+    EXPECT_TRUE(Send(x.get(), "m0"));
+    EXPECT_EQ(velmohost::GetMessages(c).size(), before + 100);
 }
 
 struct Receiver {
@@ -193,12 +130,12 @@ void LogAnything(Receiver* x, t_symbol* s, long ac, t_atom* av) {
 }
 
 TEST(Inlets, TellWhichOfThemAMessageCameThrough) {
-    t_class* const c = NewClass<Receiver>("receiver");
+    const TestClass<Receiver> c("receiver");
     class_addmethod(c, AsMethod(LogAnything), "int", A_GIMME, 0);
     class_addmethod(c, AsMethod(LogAnything), "in3", A_GIMME, 0);
     class_addmethod(c, AsMethod(LogAnything), "foo", A_GIMME, 0);
     std::string log;
-    auto x = NewObject<Receiver>(c);
+    const auto x = c.New();
     x->log = &log;
     // From right to left: inlet 3 takes ints, inlets 2 and 1 are proxies.
     intin(x.get(), 3);
@@ -210,35 +147,31 @@ TEST(Inlets, TellWhichOfThemAMessageCameThrough) {
     EXPECT_EQ(inlet_nth(&x->ob, 1), proxy);
     EXPECT_EQ(inlet_count(&x->ob), 4);
 
-    Send(x.get(), "foo", "a", 1);
-    Send(x.get(), "foo", "b", 2);
-    Send(x.get(), "foo", "c", 0);
-    Send(x.get(), "int", "5", 3);
+    Send(x.get(), "foo a", 1);
+    Send(x.get(), "foo b", 2);
+    Send(x.get(), "foo c", 0);
+    Send(x.get(), "int 5", 3);
     EXPECT_EQ(log, "1/1 foo a; 2/2 foo b; 0/0 foo c; 0/3 in3 5; ");
     EXPECT_EQ(proxy_getinlet(&x->ob), 0);
 
     // A list without a taker: one number per inlet from the right; what is too much is left out.
     log.clear();
-    Send(x.get(), "list", "10 11 12 13 14");
+    Send(x.get(), "list 10 11 12 13 14");
     EXPECT_EQ(log, "0/3 in3 13; 2/2 int 12; 1/1 int 11; 0/0 int 10; ");
 
     object_free(proxy);
     EXPECT_EQ(inlet_count(&x->ob), 3);
-    x.reset();
-    class_free(c);
 }
 
-TEST(Messages, MayFreeTheirReceiver) {
-    t_class* const c = NewClass<Receiver>("suicide");
+TEST(Inlets, MayBeFreedWithTheirObjectByAMessage) {
+    const TestClass<Receiver> c("suicide");
     class_addmethod(c, AsMethod(+[](t_object* x, t_atom_long) { object_free(x); }), "int", A_LONG, 0);
-    auto* const x = static_cast<Receiver*>(object_alloc(c));
+    Receiver* const x = c.New().release();
     proxy_new(x, 1, &x->inlet);
-    EXPECT_TRUE(Send(x, "list", "1 2"));
-    class_free(c);
+    EXPECT_TRUE(Send(x, "list 1 2"));
 }
 
-TEST(ObjectMethod, TurnsEveryArgumentIntoAPointerSizedWord) {
-    const auto x = NewObject<t_object>(TalkerClass());
+TEST_F(Messages, FromCodeTurnEveryArgumentIntoAPointerSizedWord) {
     char text[] = "abc";
     const short small = -3;
     EXPECT_EQ(object_method(x.get(), gensym("untyped"), small, text, 7.9), gensym("answer"));
@@ -252,15 +185,14 @@ TEST(ObjectMethod, TurnsEveryArgumentIntoAPointerSizedWord) {
     EXPECT_EQ(object_method(nullptr, gensym("untyped")), nullptr);
 
     object_method_direct(void, (void*, double), x.get(), gensym("float"), 0.25);
-    EXPECT_EQ(lastCall, "float 0.25");
+    EXPECT_EQ(lastCall, "0.25;");
 }
 
-TEST(ObjectMethod, TypedCallsConvertAndMayGiveBack) {
-    const auto x = NewObject<t_object>(TalkerClass());
+TEST_F(Messages, FromCodeWithTypesAreConvertedAndMayGiveBack) {
     std::vector<t_atom> atoms = ParseAtoms("3.7");
     t_atom result;
     EXPECT_EQ(object_method_typed(x.get(), gensym("count"), 1, atoms.data(), &result), MAX_ERR_NONE);
-    EXPECT_EQ(lastCall, "int 3");
+    EXPECT_EQ(lastCall, "3;");
     EXPECT_EQ(result.a_type, A_NOTHING);
     EXPECT_EQ(object_method_typed(x.get(), gensym("giveback"), 1, atoms.data(), &result), MAX_ERR_NONE);
     EXPECT_EQ(atom_getlong(&result), 10);
@@ -269,10 +201,8 @@ TEST(ObjectMethod, TypedCallsConvertAndMayGiveBack) {
     EXPECT_NE(object_method_typed(x.get(), gensym("nonsense"), 0, nullptr, &result), MAX_ERR_NONE);
 }
 
-TEST(ObjectMethod, LookUpsComplainOrNotAsTheirNamesSay) {
-    CapturedWindow window;
-    const auto x = NewObject<t_object>(TalkerClass());
-    EXPECT_EQ(zgetfn(x.get(), gensym("count")), AsMethod(TakeInt));
+TEST_F(Messages, LookUpsComplainOrNotAsTheirNamesSay) {
+    EXPECT_EQ(zgetfn(x.get(), gensym("count")), AsMethod(Take<t_atom_long>));
     EXPECT_EQ(zgetfn(x.get(), gensym("nonsense")), nullptr);
     EXPECT_EQ(object_getmethod(x.get(), gensym("nonsense")), AsMethod(method_false));
     EXPECT_THAT(window.Take(), IsEmpty());
@@ -280,22 +210,16 @@ TEST(ObjectMethod, LookUpsComplainOrNotAsTheirNamesSay) {
     EXPECT_THAT(window.Take(), ElementsAre("[error] talker: no method for \"nonsense\""));
 }
 
-void FlushDenormals(t_object*) {
+TEST_F(Messages, LeaveTheHostsFloatingPointSettingsAlone) {
     using Control = velmodsp::FloatingPointControl;
-    Control::Set(Control::Get() | Control::FlushDenormalsBits);
-}
-
-TEST(Messages, LeaveTheHostsFloatingPointSettingsAlone) {
-    t_class* const c = NewClass<t_object>("flusher");
-    class_addmethod(c, AsMethod(FlushDenormals), "bang", 0);
-    auto x = NewObject<t_object>(c);
-    const auto before = velmodsp::FloatingPointControl::Get();
-    Send(x.get(), "bang", "");
+    const auto flushDenormals = +[](t_object*) { Control::Set(Control::Get() | Control::FlushDenormalsBits); };
+    class_addmethod(c, AsMethod(flushDenormals), "bang", 0);
+    const auto before = Control::Get();
+    Send(x.get(), "bang");
     object_method(x.get(), gensym("bang"));
     velmohost::CallMethod(x.get(), gensym("bang"));
-    EXPECT_EQ(velmodsp::FloatingPointControl::Get(), before);
-    x.reset();
-    class_free(c);
+    EXPECT_EQ(Control::Get(), before);
 }
 
 }  // namespace
+}  // namespace velmotest
