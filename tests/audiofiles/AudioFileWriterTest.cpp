@@ -122,6 +122,12 @@ TEST_F(AudioFileWriting, AiffRates) {
     EXPECT_THAT(EncodeAiffSampleRate(2.9), ElementsAre(0x40, 0x00, 0x80, 0, 0, 0, 0, 0, 0, 0));
     EXPECT_THAT(EncodeAiffSampleRate(1073741823.5), ElementsAre(0x40, 28, 0xFF, 0xFF, 0xFF, 0xFC, 0, 0, 0, 0));
     EXPECT_THAT(EncodeAiffSampleRate(1073741824.0), ElementsAre(0x40, 29, 0, 0, 0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(DecodeAiffSampleRate({0x40, 0x0E, 0xAC, 0x44, 0xC0}), 44100.0) << "44100.75";
+    EXPECT_EQ(DecodeAiffSampleRate({0x40, 0x00, 0x80}), 2.0);
+    EXPECT_EQ(DecodeAiffSampleRate({0x40, 0x1C, 0xFF, 0xFF, 0xFF, 0xFF}), 1073741823.0);
+    for (const AiffSampleRate& unusable :
+         {AiffSampleRate{0x40, 0x1D, 0x80}, {0x3F, 0xFF, 0x80}, {0xC0, 0x0E, 0xAC}, {}})
+        EXPECT_EQ(DecodeAiffSampleRate(unusable), 0.0);
 }
 
 TEST_F(AudioFileWriting, IntegersAreRoundedSaturatedAndNeverNaN) {

@@ -87,15 +87,9 @@ TEST_F(FileStreamsTest, RefusesWhatIsNoFile) {
 TEST_F(FileStreamsTest, WritesTypedValuesInBothByteOrders) {
     {
         FileWriter writer{File((folder / "new/folder/stream").c_str())};
-        EXPECT_TRUE(writer.WriteByte('a'));
-        EXPECT_TRUE(writer.WriteShort(0x0102));
-        EXPECT_TRUE(writer.WriteShortBigEndian(-2));
-        EXPECT_TRUE(writer.WriteInt(0x01020304));
-        EXPECT_TRUE(writer.WriteIntBigEndian(0x01020304));
-        EXPECT_TRUE(writer.WriteInt64(-2));
-        EXPECT_TRUE(writer.WriteDouble(-2.0));
-        EXPECT_TRUE(writer.WriteRepeatedByte(0xAB, 2));
-        EXPECT_TRUE(writer.WriteRepeatedByte(0, 0));
+        EXPECT_TRUE(writer.WriteByte('a') && writer.WriteShort(0x0102) && writer.WriteShortBigEndian(-2) &&
+                    writer.WriteInt(0x01020304) && writer.WriteIntBigEndian(0x01020304) && writer.WriteInt64(-2) &&
+                    writer.WriteDouble(-2.0) && writer.WriteRepeatedByte(0xAB, 2) && writer.WriteRepeatedByte(0, 0));
         EXPECT_EQ(writer.GetPosition(), 31);
     }
     using namespace std::string_literals;
