@@ -95,6 +95,9 @@ TEST(SignalProcessing, ChoosesBetweenProcessingMuteBypassAndNothing) {
     processor.Perform(out.Outs(), in.Ins(), 2, 0, 0, 0);
     EXPECT_EQ(out.channels, (Channels{{1, 2}, {9, 9}, {0, 0}})) << "nothing to write to";
     EXPECT_EQ(processor.framesProcessed, 4u);
+    Connect(processor, {0, 1, 1, 1, 0});
+    processor.Perform(out.Outs(), in.Ins(), 2, 0, 1, 0);
+    EXPECT_EQ(out.channels, (Channels{{0, 0}, {3, 4}, {0, 0}})) << "no signal to pass at the first input";
 }
 
 TEST(SignalProcessing, TakesBlocksOfAnyLengthAndANewNumberOfInputs) {
