@@ -126,7 +126,8 @@ TEST(StringFormatting, WritesFrequenciesAsPeopleReadThem) {
 
 TEST(Characters, ReadTwoHexadecimalDigits) {
     EXPECT_EQ(Characters::HexaToInt('F', 'f'), 255);
-    EXPECT_EQ(Characters::HexaToInt('1', '0'), 16);
+    EXPECT_EQ(Characters::HexaToInt('A', '9'), 169);
+    EXPECT_EQ(Characters::HexaToInt('a', '0'), 160);
     for (const char* pair : {"g0", "0G", "/0", "0:", "@0"})
         EXPECT_EQ(Characters::HexaToInt(pair[0], pair[1]), -1) << pair;
 }
