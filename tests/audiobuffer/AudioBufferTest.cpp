@@ -109,6 +109,8 @@ TEST(AudioBuffer, ChannelsOfAnotherBufferAreTakenOverTheCommonLength) {
     EXPECT_THAT(Channel(dest, 0), ElementsAre(0, 15, 40));
     dest.AddFromWithRamp(0, 2, source, 0, 0, 0.0f, 2.0f);  // one sample gets the end gain
     EXPECT_THAT(Channel(dest, 0), ElementsAre(0, 15, 42));
+    dest.CopyFrom(source, 2.0f);
+    EXPECT_THAT(Channel(dest, 0), ElementsAre(2, 4, 6));
 }
 
 TEST(AudioBuffer, RampsEndExactlyOnTheirLastSample) {
