@@ -1,4 +1,4 @@
-/// Atoms that the host hands out as copies.
+/// Atoms that the host hands out: values of attributes, entries of dictionaries.
 #pragma once
 
 #include "velmomax_api.h"
@@ -36,6 +36,40 @@ private:
     long ac = 0;
     t_atom* av = nullptr;
     t_max_err error;  // after the two above, which the reading fills
+};
+
+/// The value of a dictionary's entry as atoms: one that the dictionary keeps plainly, several that it keeps as an
+/// array, or a text that it keeps as a string object. Valid until the dictionary changes. Main thread.
+///
+///     const DictionaryValue value(dict, key);
+///     if (value.IsAtoms()) use(value.Count(), value.Atoms());
+class DictionaryValue {
+public:
+    DictionaryValue(t_dictionary* dict, t_symbol* key) noexcept {
+        if (dictionary_entryisatomarray(dict, key)) {
+            isAtoms = dictionary_getatoms(dict, key, &ac, &av) == MAX_ERR_NONE;
+        } else if (dictionary_entryisstring(dict, key)) {
+            t_symbol* text = nullptr;
+            isAtoms = dictionary_getsym(dict, key, &text) == MAX_ERR_NONE && atom_setsym(&single, text) == MAX_ERR_NONE;
+        } else {
+            isAtoms = dictionary_getatom(dict, key, &single) == MAX_ERR_NONE && single.a_type != A_OBJ;
+        }
+    }
+    DictionaryValue(const DictionaryValue&) = delete;
+    DictionaryValue& operator=(const DictionaryValue&) = delete;
+
+    /// False for an entry that is missing or an object of another kind, such as a dictionary.
+    bool IsAtoms() const noexcept { return isAtoms; }
+
+    /// The atoms, `Count` of them; an array may be empty. Meaningful when `IsAtoms`.
+    long Count() const noexcept { return ac; }
+    t_atom* Atoms() const noexcept { return av; }
+
+private:
+    t_atom single{};
+    long ac = 1;
+    t_atom* av = &single;
+    bool isAtoms = false;
 };
 
 }  // namespace velmomax

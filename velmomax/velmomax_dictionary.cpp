@@ -1,65 +1,126 @@
 #include "velmomax_dictionary.h"
 
-#include <cstdarg>
+#include <algorithm>
+
+#include "ext_dictobj.h"
+#include "velmomax_atoms.h"
+#include "velmomax_attribute.h"
+#include "velmomax_object.h"
+#include "velmomax_state.h"
+#include "velmomax_text.h"
 
 namespace velmomax {
 
 namespace {
 
-t_dictionary* argumentDictionary(void* x, long argc, t_atom* argv) {
-    t_dictionary* dict = object_dictionaryarg(argc, argv);
-    if (!dict) object_bug(static_cast<t_object*>(x), "couldnt process dictionnary");
-    return dict;
+void appendAtom(void* x, t_dictionary* dict, t_symbol* name, const t_atom& atom) {
+    switch (atom.a_type) {
+        case A_SYM:
+            dictionary_appendsym(dict, name, atom_getsym(&atom));
+            break;
+        case A_FLOAT:
+            dictionary_appendfloat(dict, name, static_cast<double>(static_cast<float>(atom_getfloat(&atom))));
+            break;
+        case A_LONG:
+            dictionary_appendlong(dict, name, atom_getlong(&atom));
+            break;
+        default:
+            object_warn(static_cast<t_object*>(x), "unknown atom type in AppendAttributeToDictionary");
+    }
 }
 
-/// Reads an entry that is a single atom; hosts may keep one either plainly or as an array of one.
-bool getSingleAtom(t_dictionary* dict, t_symbol* name, t_atom& value) {
-    if (!dictionary_entryisatomarray(dict, name)) return dictionary_getatom(dict, name, &value) == MAX_ERR_NONE;
-    long count = 0;
-    t_atom* atoms = nullptr;
-    if (dictionary_getatoms(dict, name, &count, &atoms) || count != 1) return false;
-    value = atoms[0];
+/// Adds the attributes that the arguments of "dumpdict" name. False when one of them is no name.
+bool appendNamedAttributes(void* x, t_dictionary* dict, long argc, t_atom* argv) {
+    for (long i = 0; i < argc; ++i) {
+        if (argv[i].a_type != A_SYM) {
+            post_error_message(x, argc, argv, "invalid message : dumpdict");
+            return false;
+        }
+        AppendAttributeToDictionary(x, dict, atom_getsym(&argv[i]));
+    }
     return true;
+}
+
+void parseEntry(void* x, t_dictionary* dict, t_symbol* key) {
+    const DictionaryValue value(dict, key);
+    if (!value.IsAtoms()) {
+        object_error(static_cast<t_object*>(x), "entry %s is not atom ? ", key->s_name);
+    } else if (value.Count() > 0) {
+        object_attr_setvalueof(x, key, value.Count(), value.Atoms());
+    }
 }
 
 }  // namespace
 
-bool dictionary_process_all(void* x, long argc, t_atom* argv, bool check) noexcept {
-    t_dictionary* dict = argumentDictionary(x, argc, argv);
-    if (!dict) return false;
-    if (check) attr_dictionary_check(x, dict);
-    attr_dictionary_process(x, dict);
-    return true;
+t_dictionary* AddAttributesToDictionary(void* x) noexcept {
+    t_dictionary* dict = dictionary_new();
+    for (t_symbol* name : GetStateAttributes(x)) AppendAttributeToDictionary(x, dict, name);
+    return dict;
 }
 
-bool dictionary_process_partial(void* x, long argc, t_atom* argv, int count, ...) noexcept {
-    t_dictionary* dict = argumentDictionary(x, argc, argv);
-    if (!dict) return false;
-    bool isComplete = true;
-    std::va_list names;
-    va_start(names, count);
-    for (int i = 0; i < count; ++i) {
-        // Every name is tried, so that one message tells the user all that is wrong.
-        isComplete &= attr_dictionary_process_atom(x, dict, gensym(va_arg(names, const char*)));
-    }
-    va_end(names);
-    if (!isComplete) object_error(static_cast<t_object*>(x), "error parsing dictionary");
-    return isComplete;
-}
-
-bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name) noexcept {
+void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) noexcept {
+    if (!dict) return;
     auto* object = static_cast<t_object*>(x);
-    if (!dictionary_hasentry(dict, name)) {
-        object_error(object, "dictionary doesnt have entry for %s", name->s_name);
+    if (MaxAttribute(x, name).IsNull()) {
+        object_error(object, "no attribute %s", name->s_name);
+        return;
+    }
+    const AttributeValue value(x, name);
+    if (value.Error() != MAX_ERR_NONE) {
+        object_bug(object, "AppendAttributeToDictionary : %s in object_attr_getvalueof (%s)",
+                   GetErrorName(value.Error()), name->s_name);
+    } else if (value.Count() == 1) {
+        appendAtom(x, dict, name, value[0]);
+    } else if (value.Count() > 1) {
+        dictionary_appendatoms(dict, name, value.Count(), const_cast<t_atom*>(value.Atoms()));
+    }
+}
+
+void dump_dictionary(void* x, t_dictionary* dict) noexcept {
+    t_outlet* outlet = getdumpoutlet(x);
+    if (!outlet) return;
+    if (!dict) {
+        object_error(static_cast<t_object*>(x), "couldnt create dictionary");
+        return;
+    }
+    t_symbol* name = symbol_unique();
+    dict = dictobj_register(dict, &name);
+    t_atom argument{};
+    atom_setsym(&argument, name);
+    outlet_anything(outlet, gensym("dictionary"), 1, &argument);
+    dictionary_clear(dict);
+}
+
+bool parse_dictionary(void* x, t_dictionary* dict) noexcept {
+    long count = 0;
+    t_symbol** keys = nullptr;
+    const t_max_err error = dictionary_getkeys(dict, &count, &keys);
+    if (error != MAX_ERR_NONE || count < 0) {
+        object_error(static_cast<t_object*>(x), "couldnt get dict key : %s", GetErrorName(error));
         return false;
     }
-    t_atom value{};
-    if (!getSingleAtom(dict, name, value)) {
-        object_error(object, "error getting atom value from dict for entry %s", name->s_name);
-        return false;
-    }
-    object_attr_setvalueof(x, name, 1, &value);
+    std::for_each(keys, keys + count, [&](t_symbol* key) { parseEntry(x, dict, key); });
+    dictionary_freekeys(dict, count, keys);
     return true;
+}
+
+void dump_dict(void* x, t_symbol*, long argc, t_atom* argv) noexcept {
+    t_dictionary* dict = argc > 0 ? dictionary_new() : AddAttributesToDictionary(x);
+    if (appendNamedAttributes(x, dict, argc, argv)) dump_dictionary(x, dict);
+    const bool isOurs = dict && !dictobj_namefromptr(dict);
+    if (isOurs) object_free(dict);
+}
+
+void readdict(void* x, t_symbol* name) noexcept {
+    auto* object = static_cast<t_object*>(x);
+    t_dictionary* dict = dictobj_findregistered_retain(name);
+    if (!dict) {
+        object_error(object, "unable to reference dictionary named %s", name->s_name);
+        return;
+    }
+    const bool isParsed = parse_dictionary(x, dict);
+    dictobj_release(dict);
+    if (!isParsed) object_error(object, "error parsing dictionary named %s", name->s_name);
 }
 
 }  // namespace velmomax

@@ -1,22 +1,31 @@
-/// Creation arguments of an object. The host hands them to the constructor as one dictionary: every attribute's default
-/// and, in its stead, what was typed into the box as `@name value`. Main thread, in the constructor.
+/// An object's state as a host dictionary: one entry per attribute, holding its atom or, for several, an array.
+/// Everything runs on the main thread; problems are reported in the Max window in the name of the object.
 #pragma once
 
 #include "velmomax_api.h"
 
 namespace velmomax {
 
-/// Sets every attribute that the arguments name. `check` has the host complain about entries that name none.
-/// @return false, with a bug in the Max window, when the host gave no argument dictionary
-bool dictionary_process_all(void* x, long argc, t_atom* argv, bool check) noexcept;
+/// A new dictionary with the object's whole state. The caller frees it with `object_free`, or the host keeps it once it
+/// is registered.
+t_dictionary* AddAttributesToDictionary(void* x) noexcept;
 
-/// Sets only the `count` attributes whose names (`const char*`) follow: those that size the object and must be known
-/// before anything else.
-/// @return true when every one of them was set; what failed is reported in the Max window
-bool dictionary_process_partial(void* x, long argc, t_atom* argv, int count, ...) noexcept;
+/// Adds the current value of the attribute `name` to `dict`, or nothing when `dict` is null or the value is empty.
+/// A single float is narrowed to 32 bits.
+void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) noexcept;
 
-/// Sets the attribute `name` from the single atom that `dict` holds for it.
-/// @return false, with an error in the Max window, when `dict` has no such entry or it is several atoms
-bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name) noexcept;
+/// Registers `dict` under a name of its own, sends that name out of the dump outlet and empties the dictionary when
+/// everybody has had it. From then on it is the host's; when it could not be sent it stays the caller's.
+void dump_dictionary(void* x, t_dictionary* dict) noexcept;
+
+/// Sets every attribute that `dict` has values for. Entries that name no attribute have no effect.
+/// @return false when the entries could not be listed
+bool parse_dictionary(void* x, t_dictionary* dict) noexcept;
+
+/// Handler of "dumpdict": sends the whole state, or the attributes that the arguments name, out of the dump outlet.
+void dump_dict(void* x, t_symbol* s, long argc, t_atom* argv) noexcept;
+
+/// Handler of "dictionary": takes the state over from the dictionary that is registered under `name`.
+void readdict(void* x, t_symbol* name) noexcept;
 
 }  // namespace velmomax

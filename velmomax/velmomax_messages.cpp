@@ -4,23 +4,55 @@
 
 #include "velmomax_atoms.h"
 #include "velmomax_attribute.h"
+#include "velmomax_dictionary.h"
 #include "velmomax_documentation.h"
+#include "velmomax_json.h"
+#include "velmomax_state.h"
 #include "velmomax_symbols.h"
 #include "velmomax_text.h"
+#include "velmomax_xml.h"
 
 namespace velmomax {
 
+namespace {
+
+/// Adds a message that takes any arguments.
+template <typename Handler>
+void addMessage(t_class* c, Handler handler, const char* name, const char* description) {
+    if (class_addmethod(c, AsMethod(handler), name, A_GIMME, 0)) post("error when adding method %s", name);
+    class_doc_method(c, name, description);
+}
+
+}  // namespace
+
 void AddCommonMethods(t_class* c) noexcept {
+    class_addmethod(c, AsMethod(generatexml), "generatexml", 0);
+    class_doc_method(c, "generatexml", "this method is for service use only.");
+
     class_addmethod(c, AsMethod(postversion), "version", 0);
     class_doc_method(c, "version", "post version of the object to the Max window.");
 
-    if (class_addmethod(c, AsMethod(postattributes), "postattributes", A_GIMME, 0)) {
-        post("error when adding method %s", "postattributes");
-    }
-    class_doc_method(c, "postattributes",
-                     "post the value of an attribute to Max window. <br/> if no attribute name is specified this post "
-                     "the value of all attributes.");
+    addMessage(c, postattributes, "postattributes",
+               "post the value of an attribute to Max window. <br/> if no attribute name is specified this post the "
+               "value of all attributes.");
     class_doc_method_arg(c, "postattributes", "name of the attribute", "symbol");
+
+    class_addmethod(c, AsMethod(velmomax_getvalueof), "getvalueof", A_CANT, 0);
+    class_addmethod(c, AsMethod(velmomax_setvalueof), "setvalueof", A_CANT, 0);
+    class_addmethod(c, AsMethod(velmomax_preset), "preset", 0);
+    addMessage(c, velmomax_recallpreset, "recallpreset",
+               "this method is provided for compatibility with the Max/MSP <m>preset</m> object. This method is called "
+               "by the preset object when recalling a preset. This should not be used in any other situation.");
+
+    addMessage(c, export_dict, "exportdict", "export current state as a JSON file.");
+    addMessage(c, dump_dict, "dumpdict", "outputs current state as a dictionary (through the dump outlet).");
+    // Users know this one by what it does, so it is documented under another name than the one that it answers to.
+    class_addmethod(c, AsMethod(readdict), "dictionary", A_SYM, 0);
+    class_doc_method(c, "readdict", "receives and parses a dictionary (of attributes).");
+}
+
+void generatexml(t_object* x) noexcept {
+    GenerateXmlDocumentation(x, "./_c74_ref.xsl", MaxAttribute::Alphabetical, suiteNotice);
 }
 
 void postversion(t_object* x) noexcept {
@@ -48,9 +80,7 @@ void postattributes(t_object* x, t_symbol*, long argc, t_atom* argv) noexcept {
 }
 
 void PostValueOfAllAttributes(t_object* x) noexcept {
-    std::vector<t_symbol*> names;
-    MaxAttribute::GetListOfAttributesName(x, names, MaxAttribute::Alphabetical);
-    MaxAttribute::RemoveInvisibleAndOpaqueAttributes(x, names);
+    const std::vector<t_symbol*> names = GetStateAttributes(x);
     object_post(x, "found %d attributes", static_cast<int>(names.size()));
     for (t_symbol* name : names) PostValueOfAttribute(x, name);
 }

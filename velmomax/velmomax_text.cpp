@@ -2,25 +2,29 @@
 
 #include <array>
 #include <cctype>
-#include <cstdio>
+#include <locale>
 #include <sstream>
 
 namespace velmomax {
 
 namespace {
 
+/// The host and other programs parse these texts, whatever language its user speaks.
+std::ostringstream classicStream() {
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    return stream;
+}
+
 template <typename Number>
 std::string printed(Number value) {
-    std::ostringstream stream;
-    stream.imbue(std::locale::classic());  // the host parses these texts, whatever language its user speaks
+    std::ostringstream stream = classicStream();
     stream << value;
     return stream.str();
 }
 
 std::string trimmedFloat(double value) {
-    std::array<char, 64> text{};  // the largest float has 39 digits before the point
-    std::snprintf(text.data(), text.size(), "%f", static_cast<double>(static_cast<float>(value)));
-    std::string trimmed = text.data();
+    std::string trimmed = fixedFloat(value);
     trimmed.erase(trimmed.find_last_not_of('0') + 1);
     return trimmed;
 }
@@ -61,6 +65,12 @@ std::string float2string(Number value) {
 template std::string float2string<unsigned int>(unsigned int);
 template std::string float2string<int>(int);
 template std::string float2string<float>(float);
+
+std::string fixedFloat(double value) {
+    std::ostringstream stream = classicStream();
+    stream << std::fixed << static_cast<float>(value);
+    return stream.str();
+}
 
 void atomarray2string(long argc, const t_atom* argv, std::string& out) {
     out.clear();

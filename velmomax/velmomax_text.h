@@ -15,6 +15,9 @@ std::string long2string(long value);
 template <typename Number>
 std::string float2string(Number value);
 
+/// The number as a 32-bit value with six decimals, as `printf` writes it with "%f".
+std::string fixedFloat(double value);
+
 /// Writes the atoms to `out`, each followed by one blank: symbols by name, longs in decimal, floats as 32-bit values
 /// with six decimals of which trailing zeros are cut, so a whole float keeps its point ("2."). Atoms of other types are
 /// passed over. `out` is empty when there are no atoms.

@@ -95,7 +95,8 @@ TEST(Documentation, IsKeptOnTheClassInTheOrderOfDocumenting) {
     Rows names;
     for (long i = 0; i < count; ++i) names.emplace_back(keys[i]->s_name);
     dictionary_freekeys(store, count, keys);
-    EXPECT_EQ(names, (Rows{"version", "postattributes", "postdspstatus", "about"}));
+    EXPECT_EQ(names, (Rows{"generatexml", "version", "postattributes", "recallpreset", "exportdict", "dumpdict",
+                           "readdict", "postdspstatus", "about"}));
 
     long ac = 0;
     t_atom* av = nullptr;
