@@ -15,6 +15,7 @@
 #include "box/Box.h"
 #include "box/BoxText.h"
 #include "box/Host.h"
+#include "box/Preset.h"
 #include "core/AtomText.h"
 #include "core/Classes.h"
 #include "core/Messages.h"

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "core/Dialogs.h"
+#include "core/PathText.h"
 #include "ext.h"
 
 namespace fs = std::filesystem;
@@ -39,6 +40,14 @@ TEST(Paths, TakeTheStyleAskedFor) {
     EXPECT_STREQ(name, "C:\\b\\c");
 }
 
+TEST(Paths, VolumesOfTheHostAreReachedThroughTheSystem) {
+    EXPECT_EQ(velmohost::TranslateVolume("Data:/x/y.json"), "/Volumes/Data/x/y.json");
+    EXPECT_EQ(velmohost::TranslateVolume("Macintosh HD:/a"), "/Volumes/Macintosh HD/a");
+    for (const char* text : {"/a:/b", "a/b:/c", "name", ":/a", "a:b/c", ""}) {
+        EXPECT_EQ(velmohost::TranslateVolume(text), text);
+    }
+}
+
 TEST(Dialogs, AreCancelledUnlessTheirAnswerIsKnown) {
     char name[MAX_FILENAME_CHARS] = "file.json";
     short folder = 0;
@@ -46,11 +55,21 @@ TEST(Dialogs, AreCancelledUnlessTheirAnswerIsKnown) {
     t_fourcc types[] = {0x4A534F4E};
     EXPECT_NE(saveasdialog_extended(name, &folder, &type, types, 1), 0);
     EXPECT_STREQ(name, "file.json");
-    velmohost::SetDialogAnswer((fs::temp_directory_path() / "state.json").string());
+    velmohost::SetSaveAsAnswer((fs::temp_directory_path() / "state.json").string());
+    EXPECT_NE(open_dialog(name, &folder, &type, types, 1), 0);
     EXPECT_EQ(saveasdialog_extended(name, &folder, &type, types, 1), 0);
     EXPECT_STREQ(name, "state.json");
     EXPECT_EQ(type, 0x4A534F4Eu);
-    velmohost::SetDialogAnswer("");
+    velmohost::SetSaveAsAnswer(fs::temp_directory_path().string());
+    strncpy_zero(name, "proposed.json", MAX_FILENAME_CHARS);
+    EXPECT_EQ(saveasdialog_extended(name, &folder, &type, types, 1), 0);
+    EXPECT_STREQ(name, "proposed.json");
+    char full[MAX_PATH_CHARS];
+    EXPECT_EQ(path_topotentialname(folder, name, full, 0), 0);
+    EXPECT_EQ(full, (fs::temp_directory_path() / "proposed.json").generic_string());
+    velmohost::SetSaveAsAnswer("/no/such/folder/state.json");
+    EXPECT_NE(saveasdialog_extended(name, &folder, &type, types, 1), 0);
+    velmohost::SetSaveAsAnswer("");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "box/BoxText.h"
 #include "box/Host.h"
 #include "box/Patcher.h"
+#include "core/ClassRecord.h"
 #include "core/Creation.h"
 #include "core/Messages.h"
 #include "core/Objects.h"
@@ -49,6 +50,62 @@ bool Box::Send(const std::string& messageText) {
     if (!message) return false;
     return SendMessage(object, 0, message->selector, static_cast<long>(message->arguments.size()),
                        message->arguments.data());
+}
+
+bool Box::PostMissing(const char* message) const {
+    PostRow(RowKind::Error, className.c_str(), ("doesn't understand \"" + std::string(message) + '"').c_str());
+    return false;
+}
+
+std::optional<Preset> Box::StorePreset() {
+    t_symbol* const message = gensym("preset");
+    const t_messlist* const entry = FindMessage(object, message);
+    if (entry == nullptr) {
+        PostMissing("preset");
+        return std::nullopt;
+    }
+    const bool isUntyped = entry->m_type[0] == A_CANT;
+    return CollectPreset(object, [&] {
+        isUntyped ? CallPlugin<void>(entry->m_fun, object) : void(SendMessage(object, 0, message, 0, nullptr));
+    });
+}
+
+bool Box::RecallPreset(const Preset& preset) {
+    bool isUnderstood = !preset.empty();
+    for (const PresetLine& line : preset) {
+        if (line.className != object_classname(object)) {
+            PostRow(RowKind::Error, className.c_str(), ("the preset is for " + FormatPresetLine(line)).c_str());
+            isUnderstood = false;
+            continue;
+        }
+        std::vector<t_atom> arguments = line.arguments;
+        isUnderstood &= SendMessage(object, 0, line.selector, static_cast<long>(arguments.size()), arguments.data());
+    }
+    return isUnderstood;
+}
+
+std::optional<std::vector<t_atom>> Box::GetValueOf() {
+    const method getter = FindMethod(object, gensym("getvalueof"));
+    if (getter == nullptr) {
+        PostMissing("getvalueof");
+        return std::nullopt;
+    }
+    long ac = 0;
+    t_atom* av = nullptr;  // both zero: the object is to allocate the atoms, which are then the host's
+    const auto result = CallPlugin<t_max_err>(getter, object, &ac, &av);
+    std::vector<t_atom> value;
+    if (av != nullptr && ac > 0) value.assign(av, av + ac);
+    sysmem_freeptr(av);
+    if (result == MAX_ERR_NONE) return value;
+    PostRow(RowKind::Error, className.c_str(), "gives no value");
+    return std::nullopt;
+}
+
+bool Box::SetValueOf(std::vector<t_atom> value) {
+    const method setter = FindMethod(object, gensym("setvalueof"));
+    if (setter == nullptr) return PostMissing("setvalueof");
+    const auto result = CallPlugin<t_max_err>(setter, object, static_cast<long>(value.size()), value.data());
+    return result == MAX_ERR_NONE;
 }
 
 unsigned Box::NumInlets() const { return static_cast<unsigned>(GetInlets(object).size()); }

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "box/Preset.h"
 #include "ext.h"
 
 namespace velmohost {
@@ -28,6 +31,23 @@ public:
     /// @returns whether the object understood it; false for an empty text too
     bool Send(const std::string& messageText);
 
+    /// Has the object put its state into a preset, as the host's preset object does.
+    /// @returns what it put in, nothing at all when it takes no part (an error row says so)
+    std::optional<Preset> StorePreset();
+
+    /// Sends the object what it, or another object of its class, has put into a preset. A line of another class is
+    /// refused with an error row.
+    /// @returns whether all of it was understood; false for an empty preset
+    bool RecallPreset(const Preset& preset);
+
+    /// The object's value as the host's pattr objects ask for it ("getvalueof"); nothing when it gives none (an error
+    /// row says so).
+    std::optional<std::vector<t_atom>> GetValueOf();
+
+    /// Sets the object's value as the host's pattr objects do ("setvalueof").
+    /// @returns whether the object took it, as far as it tells; otherwise an error row says that it has no value
+    bool SetValueOf(std::vector<t_atom> value);
+
     t_object* Object() const { return object; }
     const std::string& ClassName() const { return className; }
 
@@ -43,6 +63,7 @@ public:
 
 private:
     Box() = default;
+    bool PostMissing(const char* message) const;
     std::string Assist(long side, unsigned index) const;
 
     std::string className;

@@ -8,7 +8,6 @@
 #include "box/Box.h"
 #include "box/Host.h"
 #include "commands/ClassDocumentation.h"
-#include "commands/Progress.h"
 #include "commands/TextLayout.h"
 #include "commands/WindowOutput.h"
 #include "core/Classes.h"
@@ -166,8 +165,7 @@ void ShowMessages(t_class* c) {
 }  // namespace
 
 int ShowInfo(const InfoOptions& options) {
-    Progress progress(true);
-    const WindowOutput window(progress);
+    const WindowOutput window([] {});
     Host host(options.paths);
     const std::unique_ptr<Box> box = Box::Create(host, options.boxText);
     if (!box) return 1;

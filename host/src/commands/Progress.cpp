@@ -2,29 +2,16 @@
 
 #include <cstdio>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "commands/Terminal.h"
 
 namespace velmohost {
 namespace {
 
 constexpr std::chrono::milliseconds kUpdateInterval{200};
 
-bool IsStandardErrorTerminal() {
-#ifdef _WIN32
-    return _isatty(_fileno(stderr)) != 0;
-#else
-    return isatty(STDERR_FILENO) == 1;
-#endif
-}
-
 }  // namespace
 
-Progress::Progress(bool quiet)
-    : enabled(!quiet && IsStandardErrorTerminal()), nextUpdate(Clock::now() + kUpdateInterval) {}
+Progress::Progress(bool quiet) : enabled(!quiet && IsTerminal(stderr)), nextUpdate(Clock::now() + kUpdateInterval) {}
 
 void Progress::Show(double done, double total) {
     if (!enabled || Clock::now() < nextUpdate) return;

@@ -1,116 +1,29 @@
 #include "commands/RunCommand.h"
 
-#include <algorithm>
-#include <cmath>
 #include <memory>
+#include <stdexcept>
 
 #include "audio/DspSettings.h"
 #include "box/Box.h"
 #include "box/Host.h"
-#include "commands/ChannelList.h"
 #include "commands/Interruption.h"
-#include "commands/Notice.h"
 #include "commands/Progress.h"
-#include "commands/RunSchedule.h"
-#include "commands/SoundRun.h"
-#include "commands/UsageError.h"
+#include "commands/SoundSetup.h"
 #include "commands/WindowOutput.h"
-#include "sound/SoundPath.h"
 #include "sound/SoundSink.h"
 #include "sound/SoundSource.h"
 
 namespace velmohost {
-namespace {
-
-std::unique_ptr<SoundSource> OpenSource(const RunOptions& options) {
-    if (!options.in) return nullptr;
-    auto source = std::make_unique<SoundSource>(*options.in);
-    if (source->LengthInFrames() == 0) {
-        PrintNotice(*options.in + " holds no sound, or holds it in an encoding that is not known here");
-    }
-    if (source->NumMissingFrames() > 0) {
-        PrintNotice(*options.in + " is cut short: " + Count(source->NumMissingFrames(), "frame") + " of " +
-                    std::to_string(source->LengthInFrames()) + " are missing and read as silence");
-    }
-    return source;
-}
-
-RunLength GetRunLength(const RunOptions& options, const SoundSource* source) {
-    const auto vectorSize = static_cast<unsigned long>(options.block);
-    if (source != nullptr) return {source->Samplerate(), source->LengthInFrames(), vectorSize};
-    const double frames = std::round(options.seconds * options.samplerate);
-    constexpr double kMaxFrames = 9007199254740992.0;  // 2^53: a double still counts single frames
-    if (frames > kMaxFrames) throw UsageError("--seconds is too long a time");
-    return {options.samplerate, static_cast<std::uint64_t>(frames), vectorSize};
-}
-
-/// "1", "3 to 4".
-std::string ListRange(unsigned first, unsigned last) {
-    return std::to_string(first) + (first == last ? "" : " to " + std::to_string(last));
-}
-
-std::vector<bool> GetConnectedInlets(const RunOptions& options, const SoundSource* source, unsigned numInlets) {
-    if (options.inlets) return ParseChannelList("--inlets", *options.inlets, numInlets);
-    std::vector<bool> connected(numInlets, true);
-    if (source == nullptr) return connected;
-    for (unsigned inlet = source->NumChannels(); inlet < numInlets; ++inlet) connected[inlet] = false;
-    return connected;
-}
-
-SoundRun::Connections GetConnections(const RunOptions& options, const SoundSource* source, const Box& box) {
-    const unsigned numOutlets = box.NumSignalOutlets();
-    return {GetConnectedInlets(options, source, box.NumSignalInlets()),
-            options.outlets ? ParseChannelList("--outlets", *options.outlets, numOutlets)
-                            : std::vector<bool>(numOutlets, true)};
-}
-
-void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, const Box& box) {
-    const unsigned numInlets = box.NumSignalInlets(), numChannels = source.NumChannels();
-    if (numChannels <= numInlets) return;
-    const std::string range = ListRange(numInlets + 1, numChannels);
-    PrintNotice(*options.in + " has " + Count(numChannels, "channel") + ", but " + box.ClassName() + " has " +
-                Count(numInlets, "signal inlet") + ": " +
-                (numChannels - numInlets == 1 ? "channel " + range + " is" : "channels " + range + " are") +
-                " left out");
-}
-
-std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& length, const Box& box,
-                                    unsigned long batchFrames) {
-    if (!options.out) return nullptr;
-    if (box.NumSignalOutlets() == 0) throw UsageError(box.ClassName() + " has no signal outlets for --out");
-    return std::make_unique<SoundSink>(
-        SoundSink::Format{*options.out, length.samplerate, box.NumSignalOutlets(), options.bits, length.frames},
-        batchFrames);
-}
-
-unsigned CountChannels(const SoundSource* source, const Box& box) {
-    return std::max({source != nullptr ? source->NumChannels() : 0, box.NumSignalInlets(), box.NumSignalOutlets()});
-}
-
-void TellOfLateMessages(const std::vector<TimedMessage>& messages, const RunLength& length) {
-    for (const TimedMessage& message : messages) {
-        if (message.vector > length.NumVectors()) {
-            PrintNotice("\"" + message.text + "\" was not sent: its time lies after the end");
-        }
-    }
-}
-
-void FinishSink(SoundSink& sink, const RunOptions& options) {
-    if (sink.Finish()) PrintNotice("moved the file that was " + *options.out + " to the trash");
-}
-
-}  // namespace
 
 int RunObject(const RunOptions& options) {
-    if (options.in && options.out && IsSameFile(*options.in, *options.out)) {
-        throw UsageError("--in and --out are the same file: " + *options.out);
-    }
+    CheckSoundFiles(options);
+    ApplySaveAsAnswer(options);
     const std::unique_ptr<SoundSource> source = OpenSource(options);
     const RunLength length = GetRunLength(options, source.get());
     SetDspSettings({length.samplerate, options.block, false});
 
     Progress progress(options.quiet);
-    const WindowOutput window(progress);
+    const WindowOutput window([&progress] { progress.Hide(); });
     Host host(options.paths);
     const std::unique_ptr<Box> box = Box::Create(host, options.boxText);
     if (!box) return 1;
@@ -118,15 +31,19 @@ int RunObject(const RunOptions& options) {
     const SoundRun::Connections connections = GetConnections(options, source.get(), *box);
     if (source) TellOfUnusedChannels(options, *source, *box);
     const Interruption interruption;
-    const unsigned long batchFrames = SoundRun::ChooseBatchFrames(length.vectorSize, CountChannels(source.get(), *box));
+    const unsigned long batchFrames = ChooseBatchFrames(length, source.get(), *box);
     const std::unique_ptr<SoundSink> sink = OpenSink(options, length, *box, batchFrames);
     for (const std::string& message : options.messages) box->Send(message);
 
-    const std::vector<TimedMessage> messages = ScheduleMessages(options.atTimes, length);
-    SoundRun(*box, length, connections, batchFrames, source.get(), sink.get())
-        .Perform(messages, interruption, progress);
+    SoundRun run(*box, length, connections, batchFrames, ScheduleMessages(options.atTimes, length), source.get(),
+                 sink.get());
+    run.AdvanceTo(length.frames, [&] {
+        if (interruption.Requested()) throw std::runtime_error("interrupted");
+        progress.Show(static_cast<double>(run.Position()) / length.samplerate,
+                      static_cast<double>(length.frames) / length.samplerate);
+    });
     progress.Hide();
-    TellOfLateMessages(messages, length);
+    TellOfLateMessages(run);
     if (sink) FinishSink(*sink, options);
     return 0;
 }

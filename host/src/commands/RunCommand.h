@@ -1,26 +1,8 @@
 #pragma once
 
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
+#include "commands/RunOptions.h"
 
 namespace velmohost {
-
-/// What `velmohost run` was asked for; the defaults are the command line's.
-struct RunOptions {
-    std::string boxText;
-    std::vector<std::string> paths;                       ///< --path: searched for plug-ins first
-    std::optional<std::string> in, out;                   ///< sound files for the signal inlets / outlets
-    int bits = 32;                                        ///< of the samples in `out`: 8, 16, 24 or 32
-    double seconds = 1.0;                                 ///< length without `in`, 0 or more
-    double samplerate = 44100.0;                          ///< in Hz without `in`, above 0
-    long block = 64;                                      ///< signal vector in samples, 1 to `kMaxVectorSize`
-    std::optional<std::string> inlets, outlets;           ///< lists of what is connected
-    std::vector<std::string> messages;                    ///< sent before audio starts
-    std::vector<std::pair<double, std::string>> atTimes;  ///< seconds and message, sent while audio runs
-    bool quiet = false;                                   ///< no progress display
-};
 
 /// Creates the object, sends it messages and streams sound through it. Main thread.
 /// @returns the exit status: 0 when done, 1 when the object could not be created

@@ -1,12 +1,9 @@
 #include "commands/SoundRun.h"
 
 #include <algorithm>
-#include <stdexcept>
+#include <utility>
 
-#include "audio/AudioThread.h"
 #include "box/Box.h"
-#include "commands/Interruption.h"
-#include "commands/Progress.h"
 #include "sound/SoundSink.h"
 #include "sound/SoundSource.h"
 #include "window/MaxWindow.h"
@@ -26,42 +23,43 @@ unsigned long SoundRun::ChooseBatchFrames(unsigned long vectorSize, unsigned num
     return std::max(1ul, frames / vectorSize) * vectorSize;
 }
 
-SoundRun::SoundRun(Box& soundBox, const RunLength& runLength, const Connections& connected, unsigned long batchFrames,
-                   SoundSource* soundSource, SoundSink* soundSink)
+SoundRun::SoundRun(Box& soundBox, const RunLength& length, const Connections& connected, unsigned long batchFrames,
+                   std::vector<TimedMessage> timedMessages, SoundSource* soundSource, SoundSink* soundSink)
     : box(soundBox),
-      length(runLength),
+      vectorSize(length.vectorSize),
       connections(connected),
-      vectorsPerBatch(batchFrames / runLength.vectorSize),
+      vectorsPerBatch(batchFrames / length.vectorSize),
+      messages(std::move(timedMessages)),
       source(soundSource),
-      sink(soundSink) {}
-
-void SoundRun::Perform(const std::vector<TimedMessage>& messages, const Interruption& interruption,
-                       Progress& progress) {
-    chain.Start(box, length.samplerate, static_cast<long>(length.vectorSize), connections.inlets, connections.outlets,
+      sink(soundSink) {
+    chain.Start(box, length.samplerate, static_cast<long>(vectorSize), connections.inlets, connections.outlets,
                 vectorsPerBatch);
-    AudioThread audio(chain);
-    auto message = messages.begin();
-    for (std::uint64_t vector = 0;;) {
-        DrainMaxWindow();
-        for (; message != messages.end() && message->vector <= vector; ++message) box.Send(message->text);
-        if (vector == length.NumVectors()) break;
-        if (interruption.Requested()) throw std::runtime_error("interrupted");
-
-        std::uint64_t end = std::min(vector + vectorsPerBatch, length.NumVectors());
-        if (message != messages.end()) end = std::min(end, message->vector);
-        ProcessBatch(audio, vector, static_cast<unsigned long>(end - vector));
-        vector = end;
-        progress.Show(static_cast<double>(vector * length.vectorSize) / length.samplerate,
-                      static_cast<double>(length.frames) / length.samplerate);
-    }
-    chain.Stop();
+    audio.emplace(chain);
 }
 
-void SoundRun::ProcessBatch(AudioThread& audio, std::uint64_t firstVector, unsigned long numVectors) {
-    FillInlets(numVectors * length.vectorSize);
-    audio.Perform(numVectors);
-    const std::uint64_t framesLeft = length.frames - firstVector * length.vectorSize;
-    WriteOutlets(static_cast<unsigned long>(std::min<std::uint64_t>(numVectors * length.vectorSize, framesLeft)));
+void SoundRun::AdvanceTo(std::uint64_t frame, const std::function<void()>& beforeBatch) {
+    const std::uint64_t lastVector = frame / vectorSize + (frame % vectorSize != 0 ? 1 : 0);
+    for (;;) {
+        DrainMaxWindow();
+        SendDueMessages();
+        if (vector >= lastVector) return;
+        beforeBatch();
+        std::uint64_t end = std::min(vector + vectorsPerBatch, lastVector);
+        if (numSent < messages.size()) end = std::min(end, messages[numSent].vector);
+        ProcessBatch(static_cast<unsigned long>(end - vector), frame);
+    }
+}
+
+void SoundRun::SendDueMessages() {
+    while (numSent < messages.size() && messages[numSent].vector <= vector) box.Send(messages[numSent++].text);
+}
+
+void SoundRun::ProcessBatch(unsigned long numVectors, std::uint64_t end) {
+    const auto numFrames = static_cast<unsigned long>(numVectors * vectorSize);
+    FillInlets(numFrames);
+    audio->Perform(numVectors);
+    WriteOutlets(static_cast<unsigned long>(std::min<std::uint64_t>(numFrames, end - Position())));
+    vector += numVectors;
 }
 
 void SoundRun::FillInlets(unsigned long numFrames) {

@@ -1,8 +1,8 @@
 #include "commands/WindowOutput.h"
 
 #include <string>
+#include <utility>
 
-#include "commands/Progress.h"
 #include "core/AtomText.h"
 #include "core/Objects.h"
 #include "ext_obex.h"
@@ -25,21 +25,25 @@ std::string FormatDump(t_symbol* selector, long ac, const t_atom* av) {
 
 }  // namespace
 
-WindowOutput::WindowOutput(Progress& progress) {
-    SetMaxWindowSink([&progress](RowKind kind, const std::string& objectName, const std::string& text) {
-        progress.Hide();
+WindowOutput::WindowOutput(std::function<void()> makeRoomForLine) : makeRoom(std::move(makeRoomForLine)) {
+    SetMaxWindowSink([this](RowKind kind, const std::string& objectName, const std::string& text) {
+        makeRoom();
         PrintRow(kind, objectName, text);
     });
     SetOutletListener(
-        [&progress](t_object* owner, t_outlet* outlet, unsigned, t_symbol* selector, long ac, const t_atom* av) {
+        [this](t_object* owner, t_outlet* outlet, unsigned, t_symbol* selector, long ac, const t_atom* av) {
             if (!IsMainThread()) {
                 return PostRow(RowKind::Bug, object_classname(owner)->s_name, "outlets are not for the audio thread");
             }
-            if (!IsDumpOutlet(owner, outlet)) return;
-            DrainMaxWindow();  // what waits was posted earlier
-            progress.Hide();
-            PrintWindowLine(FormatDump(selector, ac, av));
+            if (IsDumpOutlet(owner, outlet)) ShowDump(selector, ac, av);
         });
+}
+
+void WindowOutput::ShowDump(t_symbol* selector, long ac, const t_atom* av) {
+    DrainMaxWindow();  // what waits was posted earlier
+    makeRoom();
+    PrintWindowLine(FormatDump(selector, ac, av));
+    if (selector == gensym("dictionary") && ac == 1 && av->a_type == A_SYM) lastDictionary.Show(atom_getsym(av));
 }
 
 WindowOutput::~WindowOutput() {

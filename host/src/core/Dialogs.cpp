@@ -1,11 +1,14 @@
 #include "core/Dialogs.h"
 
+#include <filesystem>
+
+#include "core/PathText.h"
 #include "ext.h"
 
 namespace velmohost {
 namespace {
 
-std::string& Answer() {
+std::string& SaveAsAnswer() {
     static std::string answer;
     return answer;
 }
@@ -13,16 +16,19 @@ std::string& Answer() {
 constexpr short cancelled = 1;
 
 /// @returns 0 when accepted: `name` and `folder` tell the answer, `type` the first of the types asked for
-short Ask(char* name, short* folder, t_fourcc* type, const t_fourcc* types, short numTypes) {
-    if (name == nullptr || folder == nullptr || Answer().empty()) return cancelled;
-    if (path_frompathname(Answer().c_str(), folder, name) != MAX_ERR_NONE) return cancelled;
+short AskForNewFile(char* name, short* folder, t_fourcc* type, const t_fourcc* types, short numTypes) {
+    if (name == nullptr || folder == nullptr || SaveAsAnswer().empty()) return cancelled;
+    std::string path = SaveAsAnswer();
+    std::error_code error;
+    if (std::filesystem::is_directory(PathFromText(path), error)) path += std::string("/") + name;
+    if (path_frompathname(path.c_str(), folder, name) != MAX_ERR_NONE) return cancelled;
     if (type != nullptr && types != nullptr && numTypes > 0) *type = types[0];
     return 0;
 }
 
 }  // namespace
 
-void SetDialogAnswer(const std::string& path) { Answer() = path; }
+void SetSaveAsAnswer(const std::string& path) { SaveAsAnswer() = path; }
 
 }  // namespace velmohost
 
@@ -31,15 +37,13 @@ using namespace velmohost;
 extern "C" {
 
 short saveasdialog_extended(char* name, short* vol, t_fourcc* type, t_fourcc* typelist, short numtypes) {
-    return Ask(name, vol, type, typelist, numtypes);
+    return AskForNewFile(name, vol, type, typelist, numtypes);
 }
 
-short saveas_dialog(char* name, short* path, t_fourcc* type) { return Ask(name, path, type, nullptr, 0); }
+short saveas_dialog(char* name, short* path, t_fourcc* type) { return AskForNewFile(name, path, type, nullptr, 0); }
 
 void saveas_promptset(const char*) {}
 
-short open_dialog(char* name, short* volptr, t_fourcc* typeptr, t_fourcc* types, short ntypes) {
-    return Ask(name, volptr, typeptr, types, ntypes);
-}
+short open_dialog(char*, short*, t_fourcc*, t_fourcc*, short) { return cancelled; }
 
 }  // extern "C"

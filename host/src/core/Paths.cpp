@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 
+#include "core/PathText.h"
 #include "ext.h"
 
 namespace velmohost {
@@ -51,10 +52,10 @@ short GiveFullPath(short number, const char* file, char* name, bool mustExist) {
     const fs::path* const folder = Folders().Find(number);
     if (folder == nullptr || file == nullptr) return MAX_ERR_GENERIC;
     // An absolute file name stands for itself.
-    const fs::path full = file[0] != '\0' ? *folder / file : *folder;
+    const fs::path full = file[0] != '\0' ? *folder / PathFromText(file) : *folder;
     std::error_code error;
     if (mustExist && !fs::exists(full, error)) return MAX_ERR_GENERIC;
-    return GiveText(full.generic_string(), name, MAX_PATH_CHARS);
+    return GiveText(TextFromPath(full), name, MAX_PATH_CHARS);
 }
 
 fs::path Conform(const fs::path& path, long type) {
@@ -98,10 +99,10 @@ short path_topathname(const short path, const char* file, char* name) { return G
 
 short path_frompathname(const char* name, short* path, char* filename) {
     if (name == nullptr || name[0] == '\0' || path == nullptr || filename == nullptr) return MAX_ERR_GENERIC;
-    const fs::path full = (*Folders().Find(0) / name).lexically_normal();
+    const fs::path full = (*Folders().Find(0) / PathFromText(name)).lexically_normal();
     std::error_code error;
     if (!fs::is_directory(full.parent_path(), error)) return MAX_ERR_GENERIC;
-    const short result = GiveText(full.filename().string(), filename, MAX_FILENAME_CHARS);
+    const short result = GiveText(TextFromPath(full.filename()), filename, MAX_FILENAME_CHARS);
     if (result == MAX_ERR_NONE) *path = Folders().NumberOf(full.parent_path());
     return result;
 }
@@ -112,7 +113,7 @@ short path_nameconform(const char* src, char* dst, long style, long type) {
 #ifdef _WIN32
     std::replace(text.begin(), text.end(), '\\', '/');
 #endif
-    return GiveText(InStyle(Conform(text, type).generic_string(), style), dst, MAX_PATH_CHARS);
+    return GiveText(InStyle(TextFromPath(Conform(PathFromText(text), type)), style), dst, MAX_PATH_CHARS);
 }
 
 t_max_err path_toabsolutesystempath(const short path, const char* file, char* name) {
