@@ -5,7 +5,7 @@ set -eu
 # The one list of packages.
 packages="
     cmake ninja-build g++ clang binutils file
-    libcli11-dev
+    libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     alsa-utils
 "
