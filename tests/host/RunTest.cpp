@@ -130,7 +130,8 @@ TEST(TextLayout, BreaksLinesAtEightyColumns) {
     EXPECT_EQ(LayOut("", 0, word + " " + word + " " + accented), word + " " + word + " " + accented + "\n");
     EXPECT_EQ(LayOut("", 1, word + " " + word + " " + word), " " + word + " " + word + "\n " + word + "\n");
     EXPECT_EQ(LayOut("", 0, std::string(90, 'y') + " z"), std::string(90, 'y') + "\nz\n");
-    EXPECT_EQ(StripMarkup("a <m>preset</m>.<br/>b &lt;1 &amp;lt; 2 < 3"), "a preset. b <1 &lt; 2 < 3");
+    EXPECT_EQ(StripMarkup("a <m>preset</m>\nbox.<br/>b &lt;1 &amp;lt; 2 < 3"), "a preset box.\nb <1 &lt; 2 < 3");
+    EXPECT_EQ(LayOutLines("  name", 10, "one\ntwo  words\n"), "  name    one\n          two words\n");
 }
 
 }  // namespace

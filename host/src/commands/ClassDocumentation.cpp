@@ -4,13 +4,13 @@
 #include "ext_obex.h"
 
 namespace velmohost {
-namespace {
 
-/// A lone symbol as it stands, all else as it would be typed.
 std::string PlainText(long ac, const t_atom* av) {
     if (ac == 1 && av->a_type == A_SYM) return atom_getsym(av)->s_name;
     return AtomsToText(ac, av);
 }
+
+namespace {
 
 t_dictionary* GetMethodDictionary(t_class* c) {
     void* const attribute = class_attr_get(c, gensym("classdescription"));
@@ -22,15 +22,20 @@ std::string TextAt(const t_atom* atoms, long index) { return PlainText(1, atoms 
 
 }  // namespace
 
-std::string GetProperty(t_object* attribute, const char* property) {
+std::vector<t_atom> GetPropertyAtoms(t_object* attribute, const char* property) {
     t_symbol* const name = gensym(property);
     long ac = 0;
     t_atom* av = nullptr;
-    if (object_attr_get(attribute, name) == nullptr) return "";
-    if (object_attr_getvalueof(attribute, name, &ac, &av) != MAX_ERR_NONE) return "";
-    const std::string text = PlainText(ac, av);
+    if (object_attr_get(attribute, name) == nullptr) return {};
+    if (object_attr_getvalueof(attribute, name, &ac, &av) != MAX_ERR_NONE) return {};
+    const std::vector<t_atom> atoms(av, av + ac);
     sysmem_freeptr(av);
-    return text;
+    return atoms;
+}
+
+std::string GetProperty(t_object* attribute, const char* property) {
+    const std::vector<t_atom> atoms = GetPropertyAtoms(attribute, property);
+    return PlainText(static_cast<long>(atoms.size()), atoms.data());
 }
 
 std::string GetClassProperty(t_class* c, const char* attribute, const char* property) {

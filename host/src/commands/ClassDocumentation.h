@@ -7,7 +7,13 @@
 
 namespace velmohost {
 
-/// The property of an attribute ("label", "default", …) as text; empty when it has none of that name. Main thread.
+/// The text of atoms for reading: a lone symbol as it stands, all else as it would be typed. Main thread.
+std::string PlainText(long ac, const t_atom* av);
+
+/// The property of an attribute ("label", "default", …); no atoms when it has none of that name. Main thread.
+std::vector<t_atom> GetPropertyAtoms(t_object* attribute, const char* property);
+
+/// The same as text.
 std::string GetProperty(t_object* attribute, const char* property);
 
 /// The same for an attribute of a class given by its name; empty when the class has no such attribute.

@@ -94,6 +94,7 @@ CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
     CLI::App& info = *app.add_subcommand("info", "tell what the object is: inlets, outlets, attributes, messages");
     AddBoxText(info, options.boxText);
     AddPathOption(info, options.paths);
+    info.add_flag("--json", options.asJson, "for machines: a JSON object");
     return info;
 }
 

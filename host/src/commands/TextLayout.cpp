@@ -12,6 +12,22 @@ void ReplaceAll(std::string& text, const std::string& from, const std::string& t
     }
 }
 
+/// Adds a character of flowing text, where a run of blanks and line breaks counts as one blank.
+void AppendFlowing(std::string& text, char c) {
+    const bool isBlank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+    const bool followsBlank = text.empty() || text.back() == ' ' || text.back() == '\n';
+    if (!isBlank) {
+        text += c;
+    } else if (!followsBlank) {
+        text += ' ';
+    }
+}
+
+void BreakLine(std::string& text) {
+    while (!text.empty() && text.back() == ' ') text.pop_back();
+    text += '\n';
+}
+
 }  // namespace
 
 std::size_t CountColumns(const std::string& text) {
@@ -39,17 +55,27 @@ std::string LayOut(const std::string& start, std::size_t indent, const std::stri
     return result.empty() ? result : result + '\n';
 }
 
+std::string LayOutLines(const std::string& start, std::size_t indent, const std::string& text) {
+    std::istringstream lines(text);
+    std::string line, result;
+    std::getline(lines, line);
+    result = LayOut(start, indent, line);
+    while (std::getline(lines, line)) result += LayOut("", indent, line);
+    return result;
+}
+
 std::string StripMarkup(const std::string& text) {
     std::string plain;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = text[at] == '<' ? text.find('>', at) : std::string::npos;
         if (end == std::string::npos) {
-            plain += text[at++];
+            AppendFlowing(plain, text[at++]);
             continue;
         }
-        if (text.compare(at, 3, "<br") == 0) plain += ' ';
+        if (text.compare(at, 3, "<br") == 0) BreakLine(plain);
         at = end + 1;
     }
+    while (!plain.empty() && plain.back() == ' ') plain.pop_back();
     for (const auto& [entity, character] : {std::pair("&lt;", "<"), std::pair("&gt;", ">"), std::pair("&quot;", "\""),
                                             std::pair("&apos;", "'"), std::pair("&amp;", "&")}) {
         ReplaceAll(plain, entity, character);

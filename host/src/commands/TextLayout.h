@@ -17,8 +17,11 @@ std::size_t CountColumns(const std::string& text);
 /// `start` alone when `text` is empty, and nothing at all when both are.
 std::string LayOut(const std::string& start, std::size_t indent, const std::string& text);
 
-/// The plain text of a description in the markup of the host's reference pages: tags are dropped, "<br/>" becomes a
-/// blank, and the five entities become their characters.
+/// The same for each line of `text` in turn: its line breaks stay, and only the first line follows `start`.
+std::string LayOutLines(const std::string& start, std::size_t indent, const std::string& text);
+
+/// The plain text of a description in the markup of the host's reference pages: runs of blanks and line breaks count as
+/// one blank, tags are dropped, "<br/>" becomes a line break, and the five entities become their characters.
 std::string StripMarkup(const std::string& text);
 
 }  // namespace velmohost
