@@ -20,12 +20,10 @@ struct Documented {
         InitCommonSymbols();
         c = class_new(name.c_str(), nullptr, nullptr, static_cast<long>(sizeof(keeper_t)), nullptr, 0);
         if (hasDescription) Add("classdescription", name + " is one, and " + name + name + " are two");
+        class_register(gensym("nobox"), c);  // and stays, as classes do
         x = static_cast<t_object*>(object_alloc(c));
     }
-    ~Documented() {
-        object_free(x);
-        class_free(c);
-    }
+    ~Documented() { object_free(x); }
 
     void Add(const char* attribute, const std::string& text) {
         AddDocumentationAttribute(c, attribute, calcoffset(keeper_t, texts), text.c_str());
