@@ -7,6 +7,7 @@
 #include "commonsyms.h"
 #include "ext_dictobj.h"
 #include "ext_obex.h"
+#include "ext_path.h"
 #include "z_dsp.h"
 
 namespace velmomax {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "ext_dictobj.h"
 #include "velmomax_atoms.h"
 #include "velmomax_attribute.h"
 #include "velmomax_object.h"

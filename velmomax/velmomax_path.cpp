@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <string_view>
 
-#include "ext_path.h"
 #include "velmomax_api.h"
 
 namespace velmomax {
