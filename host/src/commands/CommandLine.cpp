@@ -8,6 +8,7 @@
 #include "audio/DspSettings.h"
 #include "commands/InfoCommand.h"
 #include "commands/Notice.h"
+#include "commands/ReplCommand.h"
 #include "commands/RunCommand.h"
 #include "commands/UsageError.h"
 
@@ -80,14 +81,29 @@ void AddMessageOptions(CLI::App& run, RunOptions& options) {
         ->allow_extra_args(false);
 }
 
+void AddCommonOptions(CLI::App& command, RunOptions& options) {
+    AddPathOption(command, options.paths);
+    command.add_option("--save-as", options.saveAs, "answer to the save-as dialog; without it the dialog is cancelled")
+        ->type_name("PATH");
+    command.add_flag("--quiet", options.quiet, "no progress display (it is shown on a terminal only)");
+}
+
 CLI::App& AddRun(CLI::App& app, RunOptions& options) {
     CLI::App& run = *app.add_subcommand("run", "create the object, send it messages, stream sound through it");
     AddBoxText(run, options.boxText);
     AddSoundOptions(run, options);
     AddMessageOptions(run, options);
-    AddPathOption(run, options.paths);
-    run.add_flag("--quiet", options.quiet, "no progress display (it is shown on a terminal only)");
+    AddCommonOptions(run, options);
     return run;
+}
+
+CLI::App& AddRepl(CLI::App& app, RunOptions& options) {
+    CLI::App& repl = *app.add_subcommand("repl", "type messages to a living object; ? tells what it understands");
+    AddBoxText(repl, options.boxText);
+    AddSoundOptions(repl, options);
+    AddMessageOptions(repl, options);
+    AddCommonOptions(repl, options);
+    return repl;
 }
 
 CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
@@ -122,7 +138,7 @@ void KeepWriteErrorsFromEndingTheProgram() {
 }
 
 std::string DescribeMissingCommand(int argc, char** argv) {
-    const std::string known = "; there are run and info";
+    const std::string known = "; there are run, repl and info";
     return argc > 1 ? std::string("no such command: ") + argv[1] + known : "a command is missing" + known;
 }
 
@@ -141,15 +157,16 @@ int RunCommandLine(int argc, char** argv) {
     RunOptions runOptions;
     InfoOptions infoOptions;
     CLI::App& run = AddRun(app, runOptions);
-    AddInfo(app, infoOptions);
+    CLI::App& info = AddInfo(app, infoOptions);
+    AddRepl(app, runOptions);
     const auto chosen = [&app]() -> const CLI::App* {
         return app.get_subcommands().empty() ? nullptr : app.get_subcommands().front();
     };
     try {
         app.parse(argc, argv);
-        if (!run.parsed()) return ShowInfo(infoOptions);
+        if (info.parsed()) return ShowInfo(infoOptions);
         CheckMessages(runOptions);
-        return RunObject(runOptions);
+        return run.parsed() ? RunObject(runOptions) : RunRepl(runOptions);
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::RequiredError& error) {

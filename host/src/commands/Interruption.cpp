@@ -5,9 +5,10 @@
 namespace velmohost {
 namespace {
 
-volatile std::sig_atomic_t requested = 0;
+volatile std::sig_atomic_t breakNoted = 0, endNoted = 0;
 
-extern "C" void NoteRequest(int) { requested = 1; }
+extern "C" void NoteBreak(int) { breakNoted = 1; }
+extern "C" void NoteEnd(int) { endNoted = 1; }
 
 /// Replaces a signal's handling, unless whoever started the program has it ignored.
 void Handle(int signal, void (*from)(int), void (*to)(int)) {
@@ -18,16 +19,23 @@ void Handle(int signal, void (*from)(int), void (*to)(int)) {
 }  // namespace
 
 Interruption::Interruption() {
-    requested = 0;
-    Handle(SIGINT, SIG_DFL, NoteRequest);
-    Handle(SIGTERM, SIG_DFL, NoteRequest);
+    breakNoted = 0;
+    endNoted = 0;
+    Handle(SIGINT, SIG_DFL, NoteBreak);
+    Handle(SIGTERM, SIG_DFL, NoteEnd);
 }
 
 Interruption::~Interruption() {
-    Handle(SIGINT, NoteRequest, SIG_DFL);
-    Handle(SIGTERM, NoteRequest, SIG_DFL);
+    Handle(SIGINT, NoteBreak, SIG_DFL);
+    Handle(SIGTERM, NoteEnd, SIG_DFL);
 }
 
-bool Interruption::Requested() const noexcept { return requested != 0; }
+bool Interruption::Requested() const noexcept { return breakNoted != 0 || endNoted != 0; }
+
+bool Interruption::TakeBreak() noexcept {
+    const bool noted = breakNoted != 0;
+    breakNoted = 0;
+    return noted;
+}
 
 }  // namespace velmohost

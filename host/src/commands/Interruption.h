@@ -12,8 +12,12 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
-    /// Whether an end was asked for.
+    /// Whether an end was asked for, by the break key or otherwise.
     bool Requested() const noexcept;
+
+    /// Whether the break key was used since the last call, which takes it back: for a prompt, where it ends less than
+    /// the program.
+    bool TakeBreak() noexcept;
 };
 
 }  // namespace velmohost

@@ -28,6 +28,7 @@ int RunObject(const RunOptions& options) {
     const std::unique_ptr<Box> box = Box::Create(host, options.boxText);
     if (!box) return 1;
 
+    CheckConnections(options, *box);
     const SoundRun::Connections connections = GetConnections(options, source.get(), *box);
     if (source) TellOfUnusedChannels(options, *source, *box);
     const Interruption interruption;

@@ -68,6 +68,13 @@ SoundRun::Connections GetConnections(const RunOptions& options, const SoundSourc
                             : std::vector<bool>(numOutlets, true)};
 }
 
+void CheckConnections(const RunOptions& options, const Box& box) {
+    GetConnections(options, nullptr, box);
+    if (options.out && box.NumSignalOutlets() == 0) {
+        throw UsageError(box.ClassName() + " has no signal outlets for --out");
+    }
+}
+
 void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, const Box& box) {
     const unsigned numInlets = box.NumSignalInlets(), numChannels = source.NumChannels();
     if (numChannels <= numInlets) return;
@@ -81,7 +88,6 @@ void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, 
 std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& length, const Box& box,
                                     unsigned long batchFrames) {
     if (!options.out) return nullptr;
-    if (box.NumSignalOutlets() == 0) throw UsageError(box.ClassName() + " has no signal outlets for --out");
     return std::make_unique<SoundSink>(
         SoundSink::Format{*options.out, length.samplerate, box.NumSignalOutlets(), options.bits, length.frames},
         batchFrames);

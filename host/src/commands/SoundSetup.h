@@ -30,6 +30,10 @@ RunLength GetRunLength(const RunOptions& options, const SoundSource* source);
 /// @throws UsageError for a list that names one past the last
 SoundRun::Connections GetConnections(const RunOptions& options, const SoundSource* source, const Box& box);
 
+/// @throws UsageError when the options name inlets or outlets that the object does not have, or ask for a sound file of
+/// an object without signal outlets
+void CheckConnections(const RunOptions& options, const Box& box);
+
 /// Tells of channels of the file that no inlet takes.
 void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, const Box& box);
 
@@ -37,7 +41,7 @@ void TellOfUnusedChannels(const RunOptions& options, const SoundSource& source, 
 unsigned long ChooseBatchFrames(const RunLength& length, const SoundSource* source, const Box& box);
 
 /// The sound file for the outlets, null without --out.
-/// @throws SoundError; UsageError when the object has no signal outlets
+/// @throws SoundError
 std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& length, const Box& box,
                                     unsigned long batchFrames);
 
