@@ -2,7 +2,6 @@
 
 #include "Keeper.h"
 #include "core/AtomText.h"
-#include "core/Messages.h"
 
 namespace velmomax {
 namespace {
@@ -11,55 +10,29 @@ const std::string changed = "3 0.5 1. -2.5 \"two words\"";
 
 OddAnswer Holds(std::size_t numAtoms) { return {MAX_ERR_NONE, std::vector<t_atom>(numAtoms, Atom("7")), 0}; }
 
-OddAnswer HoldsAnObject() {
-    OddAnswer answer = Holds(1);
-    atom_setobj(&answer.atoms[0], nullptr);
-    return answer;
-}
+OddAnswer HoldsAnObject() { return {MAX_ERR_NONE, std::vector<t_atom>(1), 0}; }
 
 OddAnswer Fails(t_max_err error) { return {error, {}, 0}; }
 
-void Restore(Keeper& keeper, const std::string& values) {
+Rows Restore(Keeper& keeper, const std::string& values) {
     std::vector<t_atom> atoms = velmohost::ParseAtoms(values);
-    velmohost::CallMethodForResult(&keeper.x->ob, gensym("setvalueof"), t_max_err{-1}, static_cast<long>(atoms.size()),
-                                   atoms.data());
+    velmomax_setvalueof(keeper.x, static_cast<long>(atoms.size()), atoms.data());
+    return keeper.window.Take();
 }
 
-TEST(State, TravelsThroughPattrToAnotherObject) {
-    Keeper keeper, other;
-    keeper.Change();
-    long ac = 0;
-    t_atom* av = nullptr;
-    EXPECT_EQ(velmohost::CallMethodForResult(&keeper.x->ob, gensym("getvalueof"), t_max_err{-1}, &ac, &av), 0);
-    EXPECT_EQ(velmohost::AtomsToText(ac, av), changed) << "alphabetical: count, level, list, name";
-    EXPECT_EQ(velmohost::CallMethodForResult(&other.x->ob, gensym("setvalueof"), t_max_err{-1}, ac, av), 0);
-    EXPECT_EQ(other.State(), changed);
-    EXPECT_EQ(other.x->list[1], -2.5);
-    sysmem_freeptr(av);
-
-    keeper.x->list[0] = 0.1;  // keeps 64 bits, the state 32
-    Restore(other, keeper.State());
-    EXPECT_EQ(other.x->list[0], static_cast<double>(0.1f));
-    EXPECT_EQ(other.window.Take(), Rows{});
-}
-
-TEST(State, IsRefusedAsAWholeWhenItsLengthIsWrong) {
+TEST(State, IsAlphabeticalWithFloatsOf32BitsAndRefusedAsAWholeWhenItsLengthIsWrong) {
     Keeper keeper;
-    keeper.Change();
+    EXPECT_EQ(Restore(keeper, "3 0.5 0.1 -2.5 \"two words\""), Rows{}) << "count, level, list, name";
+    EXPECT_EQ(keeper.x->list[0], static_cast<double>(0.1f));
+    keeper.x->list[0] = 1.0;
     const std::string error = "[error] keeper: setvalueof error (received ";
-    const std::pair<const char*, Rows> lists[] = {
-        {"1 2. 3. 4. a 5", {error + "6 atoms. 5 atoms were expected)"}},
-        {"1 2. 3. 4.", {error + "4 atoms. 5 atoms were expected)"}},
-        {"1", {error + "1 atoms. 5 atoms were expected)"}},
-        {"", {}},
-    };
-    for (const auto& [values, rows] : lists) {
-        Restore(keeper, values);
-        EXPECT_EQ(keeper.window.Take(), rows);
-        EXPECT_EQ(keeper.State(), changed);
-    }
-    velmomax_setvalueof(keeper.x, 5, nullptr);
-    EXPECT_EQ(keeper.window.Take(), Rows{});
+    EXPECT_EQ(Restore(keeper, "1 2. 3. 4. a 5"), Rows{error + "6 atoms. 5 atoms were expected)"});
+    EXPECT_EQ(Restore(keeper, "1 2. 3. 4."), Rows{error + "4 atoms. 5 atoms were expected)"});
+    EXPECT_EQ(Restore(keeper, ""), Rows{});
+    EXPECT_EQ(keeper.State(), changed);
+    keeper.x->list[0] = 0.1;  // keeps 64 bits
+    Restore(keeper, keeper.State());
+    EXPECT_EQ(keeper.x->list[0], static_cast<double>(0.1f));
 }
 
 TEST(State, GoesIntoMemoryPassedInAsFarAsItFits) {
@@ -73,23 +46,19 @@ TEST(State, GoesIntoMemoryPassedInAsFarAsItFits) {
         t_atom* av = memory.data();
         long ac = room;
         velmomax_getvalueof(keeper.x, &ac, &av);
-        EXPECT_EQ(av, memory.data());
-        EXPECT_EQ(velmohost::AtomsToText(ac, av), room < 5 ? "3 0.5" : changed);
+        EXPECT_EQ(velmohost::AtomsToText(ac, memory.data()), room < 5 ? "3 0.5" : changed);
         EXPECT_EQ(keeper.window.Take(), rows);
     }
-    long ac = 0;
     t_atom* av = nullptr;
-    velmomax_getvalueof(nullptr, &ac, &av);
     velmomax_getvalueof(keeper.x, nullptr, &av);
-    velmomax_getvalueof(keeper.x, &ac, nullptr);
-    const std::string bug = "velmomax_getvalueof : there is a problem";
-    EXPECT_EQ(keeper.window.Take(), (Rows{"[bug] " + bug, "[bug] keeper: " + bug, "[bug] keeper: " + bug}));
+    EXPECT_EQ(keeper.window.Take(), Rows{"[bug] keeper: velmomax_getvalueof : there is a problem"});
 }
 
 TEST(State, ReportsAttributesThatCannotBeRead) {
     Keeper keeper;
     keeper.Change();
-    const std::string bug = "[bug] keeper: ", stored = "[error] keeper: 6 atoms allocated but ";
+    const std::string counting = "[bug] keeper: GetNumberOfAtomsNeededToStoreAttribute : ";
+    const std::string bug = "[bug] keeper: velmomax_getvalueof : ", stored = " stored by the pattrstorage";
     const OddAnswer one = Holds(1), negative{MAX_ERR_NONE, {}, -2};
     struct {
         std::deque<OddAnswer> readings;  // when the state is listed, when it is counted, when it is copied
@@ -97,24 +66,20 @@ TEST(State, ReportsAttributesThatCannotBeRead) {
         Rows rows;
     } const cases[] = {
         {{one, one, one}, changed + " 7", {}},
-        {{Fails(MAX_ERR_GENERIC)},
-         changed,
-         {bug + "GetNumberOfAtomsNeededToStoreAttribute : MAX_ERR_GENERIC in object_attr_getvalueof (odd)"}},
-        {{negative},
-         changed,
-         {bug + "GetNumberOfAtomsNeededToStoreAttribute : error in object_attr_getvalueof odd (ac=-2)"}},
+        {{Fails(MAX_ERR_GENERIC)}, changed, {counting + "MAX_ERR_GENERIC in object_attr_getvalueof (odd)"}},
+        {{negative}, changed, {counting + "error in object_attr_getvalueof odd (ac=-2)"}},
         {{one, one, Fails(MAX_ERR_OUT_OF_MEM)},
          changed,
-         {bug + "velmomax_getvalueof : MAX_ERR_OUT_OF_MEM in object_attr_getvalueof (odd)",
-          stored + "5 atoms stored by the pattrstorage"}},
+         {bug + "MAX_ERR_OUT_OF_MEM in object_attr_getvalueof (odd)",
+          "[error] keeper: 6 atoms allocated but 5 atoms" + stored}},
         {{one, one, negative},
          changed,
-         {bug + "velmomax_getvalueof : error in object_attr_getvalueof odd (tmpac=-2)",
-          stored + "5 atoms stored by the pattrstorage"}},
+         {bug + "error in object_attr_getvalueof odd (tmpac=-2)",
+          "[error] keeper: 6 atoms allocated but 5 atoms" + stored}},
         {{one, one, HoldsAnObject()},
          changed,
-         {bug + "velmomax_getvalueof : unknown atom type", stored + "5 atoms stored by the pattrstorage"}},
-        {{one, one, Holds(3)}, changed + " 7", {stored + "8 atoms stored by the pattrstorage"}},
+         {bug + "unknown atom type", "[error] keeper: 6 atoms allocated but 5 atoms" + stored}},
+        {{one, one, Holds(3)}, changed + " 7", {"[error] keeper: 6 atoms allocated but 8 atoms" + stored}},
     };
     for (const auto& [readings, state, rows] : cases) {
         Keeper::odd = readings;
@@ -126,73 +91,33 @@ TEST(State, ReportsAttributesThatCannotBeRead) {
 TEST(State, IsRestoredUpToTheAttributeThatFails) {
     Keeper keeper;
     const OddAnswer one = Holds(1);
-    std::vector<t_atom> values = velmohost::ParseAtoms(changed + " 7");
     Keeper::oddSetting = MAX_ERR_GENERIC;
     Keeper::odd = {one, one, one};
-    velmomax_setvalueof(keeper.x, 6, values.data());
-    EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: MAX_ERR_GENERIC in object_attr_setvalueof odd"});
+    EXPECT_EQ(Restore(keeper, changed + " 7"), Rows{"[error] keeper: MAX_ERR_GENERIC in object_attr_setvalueof odd"});
     EXPECT_EQ(keeper.State(), changed);
-
     Keeper::odd = {one, one, Holds(2)};  // grows while the others are set
-    velmomax_setvalueof(keeper.x, 6, values.data());
-    EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: error reading atoms in velmomax_setvalueof"});
-
+    EXPECT_EQ(Restore(keeper, changed + " 7"), Rows{"[error] keeper: error reading atoms in velmomax_setvalueof"});
+    std::vector<t_atom> values = velmohost::ParseAtoms(changed);
     atom_setobj(&values[0], keeper.x);
     velmomax_setvalueof(keeper.x, 5, values.data());
     EXPECT_EQ(keeper.window.Take(), Rows{"[warning] keeper: unknown atom type in velmomax_setvalueof"});
 }
 
-/// The binbuf that the host holds ready while it stores a preset.
-class StoringPreset {
-public:
-    StoringPreset() { gensym("_preset")->s_thing = static_cast<t_object*>(binbuf); }
-    ~StoringPreset() {
-        gensym("_preset")->s_thing = nullptr;
-        object_free(binbuf);
-    }
-    std::vector<t_atom> Atoms() const {
-        std::vector<t_atom> atoms;
-        long byte = 0, index = 0;
-        for (t_atom atom; binbuf_getatom(binbuf, &byte, &index, &atom) == 0;) atoms.push_back(atom);
-        return atoms;
-    }
-
-private:
+TEST(Preset, IsNotStoredWhenTheStateCannotBeReadOrIsTooLong) {
+    Keeper keeper;
     void* const binbuf = binbuf_new();
-};
-
-TEST(Preset, IsStoredAndRecalled) {
-    Keeper keeper;
-    keeper.Change();
-    EXPECT_EQ(keeper.Send("preset"), Rows{}) << "nobody is storing";
-    std::vector<t_atom> line;
-    {
-        const StoringPreset preset;
-        EXPECT_EQ(keeper.Send("preset"), Rows{});
-        line = preset.Atoms();
+    gensym("_preset")->s_thing = static_cast<t_object*>(binbuf);
+    const OddAnswer one = Holds(1), tooMany = Holds(40000);  // for the host's 16-bit count
+    for (const auto& last : {std::deque{one, one, one, one, Fails(MAX_ERR_GENERIC)}, std::deque(5, tooMany)}) {
+        Keeper::odd = last;
+        EXPECT_EQ(keeper.Send("preset").back(), "[error] keeper: error in velmomax_preset");
     }
-    ASSERT_EQ(line.size(), 9u);
-    EXPECT_EQ(atom_getobj(&line[0]), keeper.x);
-    EXPECT_EQ(velmohost::AtomsToText(7, &line[1]), "keeper recallpreset " + changed);
-
-    EXPECT_EQ(keeper.Send("recallpreset 0 0. 0. 0. nothing"), Rows{});
-    EXPECT_EQ(keeper.State(), "0 0. 0. 0. nothing");
-    velmohost::SendMessage(&keeper.x->ob, 0, atom_getsym(&line[2]), 5, &line[3]);  // as the host does with the line
-    EXPECT_EQ(keeper.State(), changed);
-    EXPECT_EQ(keeper.Send("recallpreset 1"),
-              Rows{"[error] keeper: setvalueof error (received 1 atoms. 5 atoms were expected)"});
-}
-
-TEST(Preset, IsNotStoredWhenTheStateCannotBeRead) {
-    Keeper keeper;
-    const StoringPreset preset;
-    const OddAnswer one = Holds(1);
-    Keeper::odd = {one, one, one, one, Fails(MAX_ERR_GENERIC)};
-    EXPECT_EQ(keeper.Send("preset").back(), "[error] keeper: error in velmomax_preset");
-    const std::size_t tooMany = 40000;  // for the host's 16-bit count
-    Keeper::odd = {Holds(tooMany), Holds(tooMany), Holds(tooMany), Holds(tooMany), Holds(tooMany)};
-    EXPECT_EQ(keeper.Send("preset"), Rows{"[error] keeper: error in velmomax_preset"});
-    EXPECT_TRUE(preset.Atoms().empty());
+    gensym("_preset")->s_thing = nullptr;
+    EXPECT_EQ(keeper.Send("preset"), Rows{}) << "nobody is storing";
+    long byte = 0, index = 0;
+    t_atom atom{};
+    EXPECT_EQ(binbuf_getatom(binbuf, &byte, &index, &atom), 1) << "empty";
+    object_free(binbuf);
 }
 
 }  // namespace
