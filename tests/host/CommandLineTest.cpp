@@ -1,52 +1,34 @@
 // The program velmohost as people run it: command line in; standard output, standard error and exit status out.
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 
+#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <nlohmann/json.hpp>
+#include <sstream>
 
+#include "host/Program.h"
 #include "host/SoundFiles.h"
-#include "support/TempFolder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 using velmotest::Channels;
+using velmotest::Outcome;
 using velmotest::ReadSound;
 using velmotest::WriteSound;
 
-struct Outcome {
-    int status;
-    std::string out, err;
-};
-
-class CommandLineTest : public testing::Test {
-protected:
-    /// Runs the program with arguments as typed into a shell, in the test's folder.
-    Outcome Velmohost(const std::string& arguments, const std::string& shellPrefix = "") {
-        const std::string command = "cd '" + folder.Path().string() + "' && HOME=\"$PWD\" && " + shellPrefix + " '" +
-                                    VELMO_HOST_PROGRAM + "' " + arguments + " >stdout.txt 2>stderr.txt";
-        const int result = std::system(command.c_str());
-        return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadText("stdout.txt"), ReadText("stderr.txt")};
-    }
-
-    std::string ReadText(const std::string& name) {
-        std::ifstream file(folder / name);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    TempFolder folder;
-};
+using CommandLineTest = velmotest::Program;
 
 TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
     const std::pair<const char*, const char*> cases[] = {
@@ -68,7 +50,13 @@ TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
         {"run tesk.fixnan~ --outlets 1-x", "--outlets"},
         {"run tesk.fixnan~ --message ''", "--message"},
         {"run tesk.fixnan~ --in a.wav --seconds 2", "--seconds"},
+        {"run tesk.fixnan~ --save-as ''", "--save-as"},
         {"info", "BOX"},
+        {"info tesk.fixnan~ --json yes", "yes"},
+        {"repl", "BOX"},
+        {"repl tesk.fixnan~ --inlets 2", "--inlets names number 2, but the last one is 1"},
+        {"repl tesk.fixnan~ --message ''", "--message"},
+        {"repl tesk.fixnan~ --block none", "--block"},
     };
     for (const auto& [arguments, reason] : cases) {
         const Outcome outcome = Velmohost(arguments);
@@ -78,8 +66,8 @@ TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
 }
 
 TEST_F(CommandLineTest, HelpGoesToTheStandardOutput) {
-    for (const auto& [arguments, text] :
-         {std::pair("--help", "info"), std::pair("run --help", "--samplerate"), std::pair("info --help", "--path")}) {
+    for (const auto& [arguments, text] : {std::pair("--help", "info"), std::pair("run --help", "--samplerate"),
+                                          std::pair("info --help", "--json"), std::pair("repl --help", "--save-as")}) {
         const Outcome outcome = Velmohost(arguments);
         EXPECT_EQ(outcome.status, 0) << arguments;
         EXPECT_THAT(outcome.out, HasSubstr(text));
@@ -92,7 +80,7 @@ TEST_F(CommandLineTest, ObjectsThatCannotBeCreatedAreToldWithStatusOne) {
     for (const auto& [box, row] :
          {std::pair("nosuch~", "[error] nosuch~: No such object\n"),
           std::pair("broken~", "[error] broken~: could not load ./broken~" VELMO_EXTERNAL_SUFFIX ": ")}) {
-        for (const std::string command : {"run --path . ", "info --path . "}) {
+        for (const std::string command : {"run --path . ", "info --path . ", "repl --path . "}) {
             const Outcome outcome = Velmohost(command + box);
             EXPECT_EQ(outcome.status, 1) << box;
             EXPECT_THAT(outcome.out, StartsWith(row));
@@ -172,6 +160,32 @@ TEST_F(CommandLineTest, InfoTellsWhatTheObjectIs) {
     }
     EXPECT_THAT(outcome.out, Not(HasSubstr("dsp64")));
     EXPECT_THAT(outcome.out, Not(HasSubstr("classdigest")));
+    std::istringstream lines(outcome.out);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
+    EXPECT_THAT(outcome.out, HasSubstr("\n                  preset object. This method is")) << "markup is gone";
+    EXPECT_THAT(outcome.out, Not(ContainsRegex("<[a-z]+ */?>")));
+}
+
+TEST_F(CommandLineTest, InfoTellsMachinesTheSame) {
+    const Outcome outcome = Velmohost("info 'tesk.fixnan~ @numchannels 2 @nonsense 1' --json");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.err, HasSubstr("nonsense")) << "rows stay out of the answer";
+    const nlohmann::json info = nlohmann::json::parse(outcome.out);
+    EXPECT_EQ(info["digest"], "Filters out NaN or Inf.");
+    EXPECT_EQ(info["seealso"], (nlohmann::json{"tesk.fixnan", "tesk.isnan~"}));
+    EXPECT_EQ(info["inlets"].size(), 2u);
+    EXPECT_EQ(info["outlets"][2], (nlohmann::json{{"type", ""}, {"assist", "dumpout"}}));
+    const auto named = [](const nlohmann::json& items, const std::string& name) {
+        const auto found = std::find_if(items.begin(), items.end(), [&](const auto& i) { return i["name"] == name; });
+        return found != items.end() ? *found : nlohmann::json();
+    };
+    const nlohmann::json channels = named(info["attributes"], "numchannels");
+    EXPECT_EQ(channels["default"], 1);
+    EXPECT_EQ(channels["max"], 250);
+    EXPECT_EQ(named(info["attributes"], "mode")["choices"], (nlohmann::json{"lastvalue", "givenvalue"}));
+    EXPECT_EQ(named(info["messages"], "postattributes")["arguments"][0]["type"], "symbol");
+    EXPECT_EQ(named(info["messages"], "dictionary")["types"], "symbol");
+    EXPECT_TRUE(named(info["messages"], "dsp64").is_null());
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ void Handle(int signal, void (*from)(int), void (*to)(int)) {
 
 }  // namespace
 
-Interruption::Interruption() {
+Interruption::Interruption(BreakKey meaningOfBreak) : breakKey(meaningOfBreak) {
     breakNoted = 0;
     endNoted = 0;
     Handle(SIGINT, SIG_DFL, NoteBreak);
@@ -30,12 +30,14 @@ Interruption::~Interruption() {
     Handle(SIGTERM, NoteEnd, SIG_DFL);
 }
 
-bool Interruption::Requested() const noexcept { return breakNoted != 0 || endNoted != 0; }
+bool Interruption::Requested() const noexcept {
+    return endNoted != 0 || (breakKey == BreakKey::EndsProgram && breakNoted != 0);
+}
 
 bool Interruption::TakeBreak() noexcept {
-    const bool noted = breakNoted != 0;
+    if (breakKey == BreakKey::EndsProgram || breakNoted == 0) return false;
     breakNoted = 0;
-    return noted;
+    return true;
 }
 
 }  // namespace velmohost

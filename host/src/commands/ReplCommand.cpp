@@ -29,7 +29,8 @@ void PrepareSound(const RunOptions& options) {
 int RunRepl(const RunOptions& options) {
     PrepareSound(options);
     ApplySaveAsAnswer(options);
-    Interruption interruption;
+    const bool isTerminal = IsTerminal(stdin);
+    Interruption interruption(isTerminal ? BreakKey::IsTaken : BreakKey::EndsProgram);
     const std::unique_ptr<LineReader> reader = LineReader::Create(interruption);
     const WindowOutput window([&reader] { reader->MakeRoom(); });
     Host host(options.paths);
@@ -38,7 +39,7 @@ int RunRepl(const RunOptions& options) {
     CheckConnections(options, *box);
 
     for (const std::string& message : options.messages) box->Send(message);
-    ReplSession session(options, *box, interruption, IsTerminal(stdin) ? ReplClock::RealTime : ReplClock::Script);
+    ReplSession session(options, *box, interruption, isTerminal ? ReplClock::RealTime : ReplClock::Script);
     while (const std::optional<std::string> line = reader->ReadLine(session)) {
         session.Execute(*line);
         if (interruption.Requested()) break;

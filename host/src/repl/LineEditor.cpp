@@ -95,12 +95,13 @@ private:
         for (;;) {
             const auto limit = self.listener->DoWhatIsDue();
             if (std::exchange(self.isPromptAway, false)) el_set(editor, EL_REFRESH);
-            if (self.interruption.TakeBreak()) {
+            if (self.interruption.Requested()) return -1;
+            const bool hasKey = WaitForInput(limit);
+            if (self.interruption.TakeBreak()) {  // it came before the key
                 *key = kKillLineKey;
                 return 1;
             }
-            if (self.interruption.Requested()) return -1;
-            if (WaitForInput(limit)) return ReadKey(key);
+            if (hasKey) return ReadKey(key);
         }
     }
 

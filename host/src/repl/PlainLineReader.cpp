@@ -45,13 +45,15 @@ private:
     bool WaitForBytes(PromptListener& listener) {
         for (;;) {
             const auto limit = listener.DoWhatIsDue();
-            if (isTerminal && interruption.TakeBreak()) {
-                std::fputs("\n", stdout);  // the system has dropped what was typed
-                isPromptShown = false;
-            }
             if (interruption.Requested()) return false;
             ShowPrompt();
-            if (WaitForInput(limit)) return true;
+            const bool hasBytes = WaitForInput(limit);
+            if (interruption.TakeBreak()) {
+                std::fputs("\n", stdout);  // the system has dropped what was typed
+                isPromptShown = false;
+                continue;
+            }
+            if (hasBytes && !interruption.Requested()) return true;
         }
     }
 

@@ -102,7 +102,7 @@ void ReplAudio::CatchUp() {
 void ReplAudio::AdvanceTo(std::uint64_t frame) {
     try {
         flow->run->AdvanceTo(frame, [this] {
-            if (clock == ReplClock::Script && interruption.Requested()) throw std::runtime_error("interrupted");
+            if (interruption.Requested()) throw std::runtime_error("interrupted");
         });
     } catch (...) {
         flow.reset();

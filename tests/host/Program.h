@@ -1,0 +1,42 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "support/TempFolder.h"
+
+namespace velmotest {
+
+/// What a run of the program left.
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+/// The program velmohost as people run it: command line in; standard output, standard error and exit status out.
+class Program : public testing::Test {
+protected:
+    /// Runs the program with arguments as typed into a shell, in the test's folder, with `input` to read.
+    Outcome Velmohost(const std::string& arguments, const std::string& shellPrefix = "",
+                      const std::string& input = "") {
+        std::ofstream(folder / "stdin.txt") << input;
+        const std::string command = "cd '" + folder.Path().string() + "' && HOME=\"$PWD\" && " + shellPrefix +
+                                    " cat stdin.txt | '" + VELMO_HOST_PROGRAM + "' " + arguments +
+                                    " >stdout.txt 2>stderr.txt";
+        const int result = std::system(command.c_str());
+        return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadText("stdout.txt"), ReadText("stderr.txt")};
+    }
+
+    std::string ReadText(const std::string& name) {
+        std::ifstream file(folder / name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    TempFolder folder;
+};
+
+}  // namespace velmotest
