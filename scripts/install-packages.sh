@@ -4,7 +4,7 @@ set -eu
 
 # The one list of packages.
 packages="
-    cmake ninja-build g++ clang binutils file
+    cmake ninja-build g++ binutils
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     alsa-utils
