@@ -58,6 +58,7 @@ public:
     std::optional<std::string> ReadLine(PromptListener& promptListener) override {
         listener = &promptListener;
         el_resize(editor);
+        el_set(editor, EL_PREP_TERM, 1);  // before the prompt: keys typed at it are the editor's, not the terminal's
         int count = 0;
         const char* const text = el_gets(editor, &count);
         listener = nullptr;
