@@ -44,7 +44,8 @@ public:
         el_set(editor, EL_EDITOR, "emacs");
         el_set(editor, EL_HIST, history, lines);
         el_set(editor, EL_GETCFN, &GiveKey);
-        el_set(editor, EL_ADDFN, "velmo-complete", "Complete the word before the cursor", &CompleteWord);
+        // By its wide names, of which the editor makes no copies that nobody frees.
+        el_wset(editor, EL_ADDFN, L"velmo-complete", L"Complete the word before the cursor", &CompleteWord);
         el_set(editor, EL_BIND, "^I", "velmo-complete", nullptr);
         el_source(editor, nullptr);  // the user's own key bindings
     }
