@@ -88,22 +88,14 @@ void AddCommonOptions(CLI::App& command, RunOptions& options) {
     command.add_flag("--quiet", options.quiet, "no progress display (it is shown on a terminal only)");
 }
 
-CLI::App& AddRun(CLI::App& app, RunOptions& options) {
-    CLI::App& run = *app.add_subcommand("run", "create the object, send it messages, stream sound through it");
-    AddBoxText(run, options.boxText);
-    AddSoundOptions(run, options);
-    AddMessageOptions(run, options);
-    AddCommonOptions(run, options);
-    return run;
-}
-
-CLI::App& AddRepl(CLI::App& app, RunOptions& options) {
-    CLI::App& repl = *app.add_subcommand("repl", "type messages to a living object; ? tells what it understands");
-    AddBoxText(repl, options.boxText);
-    AddSoundOptions(repl, options);
-    AddMessageOptions(repl, options);
-    AddCommonOptions(repl, options);
-    return repl;
+/// A command that brings an object to life: `run` and `repl` take the same options.
+CLI::App& AddObjectCommand(CLI::App& app, const char* name, const char* description, RunOptions& options) {
+    CLI::App& command = *app.add_subcommand(name, description);
+    AddBoxText(command, options.boxText);
+    AddSoundOptions(command, options);
+    AddMessageOptions(command, options);
+    AddCommonOptions(command, options);
+    return command;
 }
 
 CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
@@ -156,9 +148,10 @@ int RunCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     RunOptions runOptions;
     InfoOptions infoOptions;
-    CLI::App& run = AddRun(app, runOptions);
-    CLI::App& info = AddInfo(app, infoOptions);
-    AddRepl(app, runOptions);
+    const CLI::App& run =
+        AddObjectCommand(app, "run", "create the object, send it messages, stream sound through it", runOptions);
+    const CLI::App& info = AddInfo(app, infoOptions);
+    AddObjectCommand(app, "repl", "type messages to a living object; ? tells what it understands", runOptions);
     const auto chosen = [&app]() -> const CLI::App* {
         return app.get_subcommands().empty() ? nullptr : app.get_subcommands().front();
     };
