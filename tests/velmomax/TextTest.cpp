@@ -8,13 +8,6 @@
 namespace velmomax {
 namespace {
 
-TEST(Text, NumbersReadAsAStreamPrintsThemByDefault) {
-    EXPECT_EQ(float2string(250.0f), "250");
-    EXPECT_EQ(float2string(0.5f), "0.5");
-    EXPECT_EQ(float2string(1e6f), "1e+06");
-    EXPECT_EQ(long2string(-7), "-7");
-}
-
 TEST(Text, AtomsEndInOneBlankEachAndWholeFloatsKeepTheirPoint) {
     const std::pair<const char*, const char*> texts[] = {
         {"1 2 3", "1 2 3 "},

@@ -47,16 +47,24 @@ std::string Digest(const std::string& description) {
     return "\t\t\t<digest>\n\t\t\t</digest>\n\t\t\t<description>\n\t\t\t\t" + description + "\n\t\t\t</description>\n";
 }
 
-TEST(Xml, ListsInletsOutletsAndArguments) {
+TEST(Xml, ListsInletsOutletsArgumentsAndMessagesInTheOrderOfDocumenting) {
     Documented documented;
     documented.AddArray("inlets", "\"left & <m> first </m>\" right");
     documented.AddArray("outlets", "out");
     documented.AddArray("arguments", "size \"how many\" int title text symbol incomplete last");
+    class_doc_method(documented.c, "set", "sets <br/> it");
+    class_doc_method_arg(documented.c, "set", "where", "symbol");
+    class_doc_method_arg(documented.c, "set", "what", "float");
+    class_doc_method_arg(documented.c, "undocumented", "lost", "symbol");
+    void* const attribute = class_attr_get(documented.c, gensym("classdescription"));
+    dictionary_appendlong(reinterpret_cast<t_dictionary*>(object_attr_getobj(attribute, gensym("methods"))),
+                          gensym("undescribed"), 1);
     const MaxXmlDocumentation page(documented.x);
     std::ostringstream stream;
     page.printInlets(stream);
     page.printOutlets(stream);
     page.printArguments(stream);
+    page.printMethods(stream);
     EXPECT_EQ(stream.str(),
               "\t<!--INLETS-->\n\t<inletlist>\n\t\t<inlet id=\"0\" name=\"left & <m> first </m>\">\n" +
                   Digest("left & <m> first </m>") + "\t\t</inlet>\n\t\t<inlet id=\"1\" name=\"right\">\n" +
@@ -65,24 +73,10 @@ TEST(Xml, ListsInletsOutletsAndArguments) {
                   "\t\t</outlet>\n\t</outletlist>\n\n" +
                   "\t<!--ARGUMENTS-->\n\t<objarglist>\n\t\t<objarg name=\"size\" type=\"int\" optional=\"1\"> \n" +
                   Digest("how many") + "\t\t</objarg>\n\t\t<objarg name=\"title\" type=\"symbol\" optional=\"1\"> \n" +
-                  Digest("text") + "\t\t</objarg>\n\t</objarglist>\n\n");
-}
-
-TEST(Xml, ListsMessagesInTheOrderOfDocumenting) {
-    Documented documented;
-    class_doc_method(documented.c, "set", "sets <br/> it");
-    class_doc_method_arg(documented.c, "set", "where", "symbol");
-    class_doc_method_arg(documented.c, "set", "what", "float");
-    void* const attribute = class_attr_get(documented.c, gensym("classdescription"));
-    dictionary_appendlong(reinterpret_cast<t_dictionary*>(object_attr_getobj(attribute, gensym("methods"))),
-                          gensym("undescribed"), 1);
-    std::ostringstream stream;
-    MaxXmlDocumentation(documented.x).printMethods(stream);
-    EXPECT_EQ(stream.str(),
-              "\t<!--MESSAGES-->\n\t<methodlist>\n\t\t<method name=\"set\">\n\t\t\t<arglist>\n"
-              "\t\t\t\t<arg name=\"where\" type=\"symbol\" optional=\"0\" id=\"0\" />\n"
-              "\t\t\t\t<arg name=\"what\" type=\"float\" optional=\"0\" id=\"0\" />\n"
-              "\t\t\t</arglist>\n" +
+                  Digest("text") + "\t\t</objarg>\n\t</objarglist>\n\n" +
+                  "\t<!--MESSAGES-->\n\t<methodlist>\n\t\t<method name=\"set\">\n\t\t\t<arglist>\n" +
+                  "\t\t\t\t<arg name=\"where\" type=\"symbol\" optional=\"0\" id=\"0\" />\n" +
+                  "\t\t\t\t<arg name=\"what\" type=\"float\" optional=\"0\" id=\"0\" />\n\t\t\t</arglist>\n" +
                   Digest("sets <br/> it") +
                   "\t\t</method>\n\t\t<method name=\"\">\n\t\t\t<arglist>\n\t\t\t</arglist>\n" + Digest("") +
                   "\t\t</method>\n\t</methodlist>\n\n");
@@ -154,14 +148,6 @@ TEST(Xml, GoesIntoTheHomeDirectoryOfTheEnvironment) {
                                                    file});
         EXPECT_TRUE(!row.isWritten || ReadBytes(file).ends_with("\n\n</c74object>\n\n"));
     }
-}
-
-TEST(ServiceMessages, ReportTheirFailedRegistration) {
-    velmotest::CapturedWindow window;
-    AddCommonMethods(nullptr);
-    const std::string error = "[post] error when adding method ";
-    EXPECT_EQ(window.Take(),
-              (Rows{error + "postattributes", error + "recallpreset", error + "exportdict", error + "dumpdict"}));
 }
 
 }  // namespace
