@@ -59,13 +59,15 @@ TEST_F(FixNaNObject, AnswersMessagesInTheMaxWindow) {
 TEST_F(FixNaNObject, PostsItsDspState) {
     const auto box = Create("@numchannels 2");
     velmohost::DspChain chain;
-    chain.Start(*box, 48000.0, 64, {false, true}, {true, true});
+    chain.Start(*box, 48000.0, 64, {false, true}, {false, true});
     const std::string post = "[post] tesk.fixnan~: ";
     EXPECT_EQ(Send(*box, "postdspstate"),
               (Rows{post + "samplerate           : 48 kHz", post + "buffersize           : 64",
                     post + "downsampling         : false", post + "numinputs connected  : 1 / 2",
-                    post + "auto-mute is disabled", post + "numoutputs connected : 2 / 2"}));
+                    post + "auto-mute is disabled", post + "numoutputs connected : 1 / 2"}));
     EXPECT_EQ(Send(*box, "postdspstatus"), (Rows{post + "dsp processing is enabled", post + "dsp is on"}));
+    chain.Stop();
+    EXPECT_EQ(Send(*box, "postdspstatus").back(), post + "dsp is off");
 }
 
 TEST_F(FixNaNObject, IsNotCreatedWithoutItsChannelCount) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -18,7 +17,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ContainsRegex;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -41,7 +39,6 @@ TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
         {"run tesk.fixnan~ --seconds nan", "--seconds"},
         {"run tesk.fixnan~ --seconds 1e300", "--seconds"},
         {"run tesk.fixnan~ --samplerate 0", "--samplerate"},
-        {"run tesk.fixnan~ --at 1", "--at"},
         {"run tesk.fixnan~ --at soon clear", "--at"},
         {"run tesk.fixnan~ --at -1 clear", "--at"},
         {"run tesk.fixnan~ --nonsense", "--nonsense"},
@@ -52,10 +49,8 @@ TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
         {"run tesk.fixnan~ --in a.wav --seconds 2", "--seconds"},
         {"run tesk.fixnan~ --save-as ''", "--save-as"},
         {"info", "BOX"},
-        {"info tesk.fixnan~ --json yes", "yes"},
         {"repl", "BOX"},
         {"repl tesk.fixnan~ --inlets 2", "--inlets names number 2, but the last one is 1"},
-        {"repl tesk.fixnan~ --message ''", "--message"},
         {"repl tesk.fixnan~ --block none", "--block"},
     };
     for (const auto& [arguments, reason] : cases) {
@@ -76,7 +71,7 @@ TEST_F(CommandLineTest, HelpGoesToTheStandardOutput) {
 }
 
 TEST_F(CommandLineTest, ObjectsThatCannotBeCreatedAreToldWithStatusOne) {
-    std::ofstream(folder / "broken~" VELMO_EXTERNAL_SUFFIX) << "no plug-in";
+    WriteText("broken~" VELMO_EXTERNAL_SUFFIX, "no plug-in");
     for (const auto& [box, row] :
          {std::pair("nosuch~", "[error] nosuch~: No such object\n"),
           std::pair("broken~", "[error] broken~: could not load ./broken~" VELMO_EXTERNAL_SUFFIX ": ")}) {
@@ -89,9 +84,11 @@ TEST_F(CommandLineTest, ObjectsThatCannotBeCreatedAreToldWithStatusOne) {
 }
 
 TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
-    std::ofstream(folder / "text.wav") << "This is not a sound file.";
+    WriteText("text.wav", "This is not a sound file.");
+    WriteText("empty.aiff", "");
     WriteSound(folder / "in.wav", {{1, 2, 3}});
     fs::create_hard_link(folder / "in.wav", folder / "hard.wav");
+    fs::create_symlink(folder / "in.wav", folder / "soft.wav");
     const Channels before = ReadSound(folder / "in.wav");
     struct Case {
         const char *options, *reason;
@@ -99,12 +96,15 @@ TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
     };
     const Case cases[] = {
         {"--in missing.wav --out out.wav", "velmohost: cannot read missing.wav: no such file", 1},
-        {"--in text.wav --out out.wav", "velmohost: cannot read text.wav: ", 1},
+        {"--in text.wav --out out.wav", "text.wav is not a valid WAV file", 1},
+        {"--in empty.aiff --out out.wav", "empty.aiff is not a valid AIFF file", 1},
+        {"--in . --out out.wav", "velmohost: cannot read .: it is a folder", 1},
         {"--in in.wav --out out.ogg", "out.ogg: ", 1},
         {"--in in.wav --out nowhere/../text.wav/out.wav", "velmohost: cannot write ", 1},
         {"--samplerate 12345 --out out.wav", "12345", 1},
         {"--in in.wav --out in.wav", "velmohost: --in and --out are the same file", 2},
         {"--in in.wav --out hard.wav", "velmohost: --in and --out are the same file", 2},
+        {"--in in.wav --out ./soft.wav", "velmohost: --in and --out are the same file", 2},
     };
     for (const Case& c : cases) {
         const Outcome outcome = Velmohost(std::string("run tesk.fixnan~ ") + c.options);
@@ -117,10 +117,11 @@ TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
 
 TEST_F(CommandLineTest, RunRepairsSoundAndShowsTheMaxWindow) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
-    WriteSound(folder / "in.wav", {{0.5f, nan, 0.25f, infinity}, {1, 2, 3, 4}, {9, 9, 9, 9}});
+    WriteSound(folder / "in.wav", {{0.5f, nan, 0.25f, infinity}, {1, 2, 3, 4}, {9, 9, 9, 9}}, 48000.0);
     Outcome outcome = Velmohost("run 'tesk.fixnan~ @numchannels 2' --in in.wav --out out.wav --message 'nonsense 1'");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(ReadSound(folder / "out.wav"), (Channels{{0.5f, 0.5f, 0.25f, 0.25f}, {1, 2, 3, 4}}));
+    EXPECT_EQ(velmohost::SoundSource(folder / "out.wav").Samplerate(), 48000.0);
     EXPECT_THAT(outcome.out, AllOf(StartsWith("[error] tesk.fixnan~: "), HasSubstr("nonsense"),
                                    HasSubstr("[error] tesk.fixnan~: NaN occured in Channel #1\n")));
     EXPECT_EQ(outcome.err,
@@ -131,15 +132,10 @@ TEST_F(CommandLineTest, RunRepairsSoundAndShowsTheMaxWindow) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(CommandLineTest, RefusedBoxesDoNotTouchTheOutput) {
-    std::ofstream(folder / "out.wav") << "old";
-    const Outcome outcome = Velmohost("run 'tesk.fixnan~ @numchannels' --out out.wav --inlets 7");
-    EXPECT_NE(outcome.status, 0);
+TEST_F(CommandLineTest, RefusedBoxesAndAFullDiskKeepTheOldFile) {
+    WriteText("out.wav", "old");
+    EXPECT_NE(Velmohost("run 'tesk.fixnan~ @numchannels' --out out.wav --inlets 7").status, 0);
     EXPECT_EQ(ReadText("out.wav"), "old");
-}
-
-TEST_F(CommandLineTest, AFullDiskEndsTheRunAndKeepsTheOldFile) {
-    std::ofstream(folder / "out.wav") << "old";
     const Outcome outcome = Velmohost("run tesk.fixnan~ --seconds 10 --out out.wav", "ulimit -f 64;");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("velmohost: cannot write "));
@@ -171,16 +167,13 @@ TEST_F(CommandLineTest, InfoTellsMachinesTheSame) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.err, HasSubstr("nonsense")) << "rows stay out of the answer";
     const nlohmann::json info = nlohmann::json::parse(outcome.out);
-    EXPECT_EQ(info["digest"], "Filters out NaN or Inf.");
     EXPECT_EQ(info["seealso"], (nlohmann::json{"tesk.fixnan", "tesk.isnan~"}));
-    EXPECT_EQ(info["inlets"].size(), 2u);
     EXPECT_EQ(info["outlets"][2], (nlohmann::json{{"type", ""}, {"assist", "dumpout"}}));
     const auto named = [](const nlohmann::json& items, const std::string& name) {
         const auto found = std::find_if(items.begin(), items.end(), [&](const auto& i) { return i["name"] == name; });
         return found != items.end() ? *found : nlohmann::json();
     };
     const nlohmann::json channels = named(info["attributes"], "numchannels");
-    EXPECT_EQ(channels["default"], 1);
     EXPECT_EQ(channels["max"], 250);
     EXPECT_EQ(named(info["attributes"], "mode")["choices"], (nlohmann::json{"lastvalue", "givenvalue"}));
     EXPECT_EQ(named(info["messages"], "postattributes")["arguments"][0]["type"], "symbol");

@@ -17,35 +17,6 @@ namespace {
 using testing::ElementsAre;
 using velmotest::CapturedWindow;
 
-TEST(MaxWindow, ShowsKindNameAndTextOnOneLine) {
-    struct Row {
-        RowKind kind;
-        const char *name, *text, *shown;
-    };
-    const Row rows[] = {
-        {RowKind::Post, "gain~", "hello", "[post] gain~: hello"},
-        {RowKind::Post, "", "hello", "[post] hello"},
-        {RowKind::Warning, "gain~", "loud", "[warning] gain~: loud"},
-        {RowKind::Error, "gain~", "100 %d %s", "[error] gain~: 100 %d %s"},
-        {RowKind::Bug, "gain~", "two\nlines\n", "[bug] gain~: two lines"},
-    };
-    CapturedWindow window;
-    for (const Row& row : rows) {
-        PostRow(row.kind, row.name, row.text);
-        EXPECT_THAT(window.Take(), ElementsAre(row.shown));
-    }
-}
-
-TEST(MaxWindow, KeepsTheOrderInWhichThreadsAndMainThreadPosted) {
-    CapturedWindow window;
-    std::thread([] {
-        PostRow(RowKind::Post, "a~", "first");
-        PostRow(RowKind::Error, nullptr, "second");
-    }).join();
-    PostRow(RowKind::Post, "b~", "third");
-    EXPECT_THAT(window.Take(), ElementsAre("[post] a~: first", "[error] second", "[post] b~: third"));
-}
-
 TEST(MaxWindow, CutsLongRowsOfOtherThreadsOnly) {
     CapturedWindow window;
     const std::string longText(3 * kMaxWaitingTextBytes, 'x');
@@ -103,7 +74,7 @@ TEST(MaxWindow, LosesAndMixesUpNothingAmongSeveralThreads) {
     EXPECT_GE(numShown, kMaxWaitingRows);
 }
 
-TEST(Posting, TagsRowsWithTheObjectsClass) {
+TEST(Posting, TagsRowsWithTheObjectsClassInTheOrderOfAllThreads) {
     t_class* const c = class_new("poster", nullptr, nullptr, static_cast<long>(sizeof(t_object)), nullptr, 0);
     auto* const x = static_cast<t_object*>(object_alloc(c));
     t_atom number;
@@ -112,7 +83,7 @@ TEST(Posting, TagsRowsWithTheObjectsClass) {
     object_post(x, "%d of %s", 3, "four");
     object_warn(x, "w");
     object_error(nullptr, "e %g", 0.5);
-    object_bug(x, "b");
+    object_bug(x, "two\nlines\n");
     object_poststring(x, POSTROW_ERROR, "100 %s");
     poststring("composed of");
     postatom(&number);
@@ -120,7 +91,7 @@ TEST(Posting, TagsRowsWithTheObjectsClass) {
     std::thread([x] { object_error(x, "from %s", "outside"); }).join();
     error("last");
     EXPECT_THAT(window.Take(), ElementsAre("[post] poster: 3 of four", "[warning] poster: w", "[error] e 0.5",
-                                           "[bug] poster: b", "[error] poster: 100 %s", "[post] composed of 7",
+                                           "[bug] poster: two lines", "[error] poster: 100 %s", "[post] composed of 7",
                                            "[post] p", "[error] poster: from outside", "[error] last"));
     object_free(x);
     class_free(c);

@@ -4,9 +4,9 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
+#include "support/FileBytes.h"
 #include "support/TempFolder.h"
 
 namespace velmotest {
@@ -23,7 +23,7 @@ protected:
     /// Runs the program with arguments as typed into a shell, in the test's folder, with `input` to read.
     Outcome Velmohost(const std::string& arguments, const std::string& shellPrefix = "",
                       const std::string& input = "") {
-        std::ofstream(folder / "stdin.txt") << input;
+        WriteText("stdin.txt", input);
         const std::string command = "cd '" + folder.Path().string() + "' && HOME=\"$PWD\" && " + shellPrefix +
                                     " cat stdin.txt | '" + VELMO_HOST_PROGRAM + "' " + arguments +
                                     " >stdout.txt 2>stderr.txt";
@@ -31,10 +31,8 @@ protected:
         return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadText("stdout.txt"), ReadText("stderr.txt")};
     }
 
-    std::string ReadText(const std::string& name) {
-        std::ifstream file(folder / name);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string ReadText(const std::string& name) { return ReadBytes(folder / name); }
+    void WriteText(const std::string& name, const std::string& text) { WriteBytes(folder / name, text); }
 
     TempFolder folder;
 };

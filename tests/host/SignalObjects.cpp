@@ -29,21 +29,12 @@ void SwapPerform(t_object*, t_object*, double** ins, long, double** outs, long, 
     std::copy_n(ins[0], sampleframes, outs[1]);
 }
 
-void SwapDsp(Swapper* x, t_object* dsp64, short* count, double samplerate, long maxvectorsize, long) {
-    std::copy_n(count, 4, x->counts);
-    x->samplerate = samplerate;
-    x->maxVectorSize = maxvectorsize;
-    x->dspState = sys_getdspstate();
+void SwapDsp(Swapper* x, t_object* dsp64, short*, double, long, long) {
     object_method(dsp64, gensym("dsp_add64"), x, SwapPerform, 0, nullptr);
-}
-
-void SwapAssist(Swapper*, void*, long io, long index, char* text) {
-    std::snprintf(text, 512, "%s %ld", io == ASSIST_INLET ? "in" : "out", index);
 }
 
 void* NewLeveller() {
     auto* const x = static_cast<Leveller*>(object_alloc(levelClass));
-    object_obex_store(x, gensym("dumpout"), static_cast<t_object*>(outlet_new(x, nullptr)));
     z_dsp_setup(&x->ob, 1);
     outlet_new(x, "signal");
     return x;
@@ -63,19 +54,12 @@ void LevelDsp(Leveller* x, t_object* dsp64, short*, double, long, long) {
 void SetLevel(Leveller* x, double level) { x->level = level; }
 void SetReport(Leveller* x, t_atom_long on) { x->report = static_cast<long>(on); }
 
-void Dump(Leveller* x) {
-    t_atom number;
-    atom_setlong(&number, x->numVectors);
-    object_obex_dumpout(x, gensym("vectors"), 1, &number);
-}
-
 }  // namespace
 
 void RegisterSignalObjects() {
     if (swapClass != nullptr) return;
     swapClass = class_new("swap~", AsMethod(NewSwapper), AsMethod(z_dsp_free), sizeof(Swapper), nullptr, A_DEFLONG, 0);
     class_addmethod(swapClass, AsMethod(SwapDsp), "dsp64", A_CANT, 0);
-    class_addmethod(swapClass, AsMethod(SwapAssist), "assist", A_CANT, 0);
     class_dspinit(swapClass);
     class_register(CLASS_BOX, swapClass);
 
@@ -83,7 +67,6 @@ void RegisterSignalObjects() {
     class_addmethod(levelClass, AsMethod(LevelDsp), "dsp64", A_CANT, 0);
     class_addmethod(levelClass, AsMethod(SetLevel), "level", A_FLOAT, 0);
     class_addmethod(levelClass, AsMethod(SetReport), "report", A_LONG, 0);
-    class_addmethod(levelClass, AsMethod(Dump), "dump", 0);
     class_dspinit(levelClass);
     class_register(CLASS_BOX, levelClass);
 }

@@ -7,17 +7,13 @@
 #include "z_dsp.h"
 
 /// Two channels that leave crossed: outlet 0 gets inlet 1, then outlet 1 gets inlet 0. That goes wrong in shared
-/// buffers, so "swap~ 1" asks for separate ones while "swap~" does not. It keeps what "dsp64" told it.
+/// buffers, so "swap~ 1" asks for separate ones while "swap~" does not.
 struct Swapper {
     t_pxobject ob;
-    short counts[4];
-    double samplerate;
-    long maxVectorSize;
-    int dspState;
 };
 
-/// One outlet that holds the level last set by "level NUMBER". It counts its vectors, posts a row for each from the
-/// audio thread when told "report 1", and sends "vectors NUMBER" from its dump outlet when told "dump".
+/// One outlet that holds the level last set by "level NUMBER". It counts its vectors, and posts a row for each
+/// from the audio thread when told "report 1".
 struct Leveller {
     t_pxobject ob;
     double level;
