@@ -19,6 +19,13 @@ t_max_err AddWithValue(void* x, const char* name, const t_symbol* type, long fla
     return attribute != nullptr ? object_addattr(x, &attribute->attr.ob) : static_cast<t_max_err>(MAX_ERR_OUT_OF_MEM);
 }
 
+t_max_err AddFormatted(void* x, const char* name, const t_symbol* type, long flags, const char* format,
+                       std::va_list values) {
+    std::vector<t_atom> atoms;
+    const t_max_err result = FormatAtoms(format, values, atoms);
+    return result == MAX_ERR_NONE ? AddWithValue(x, name, type, flags, atoms) : result;
+}
+
 /// The attribute to give a property to; an error row when the class has none of that name.
 Attribute* FindForProperty(t_class* c, const char* name) {
     Attribute* const found = c != nullptr && name != nullptr ? FindClassAttribute(c, gensym(name)) : nullptr;
@@ -51,13 +58,11 @@ t_max_err class_attr_addattr_parse(t_class* c, const char* attrname, const char*
 
 t_max_err class_attr_addattr_format(t_class* c, const char* attrname, const char* attrname2, const t_symbol* type,
                                     long flags, const char* fmt, ...) {
-    std::vector<t_atom> atoms;
     std::va_list values;
     va_start(values, fmt);
-    const t_max_err result = FormatAtoms(fmt, values, atoms);
+    const t_max_err result = AddFormatted(FindForProperty(c, attrname), attrname2, type, flags, fmt, values);
     va_end(values);
-    if (result != MAX_ERR_NONE) return result;
-    return AddWithValue(FindForProperty(c, attrname), attrname2, type, flags, atoms);
+    return result;
 }
 
 t_max_err class_attr_addattr_atoms(t_class* c, const char* attrname, const char* attrname2, t_symbol* type, long flags,
@@ -72,13 +77,11 @@ t_max_err object_attr_addattr_parse(t_object* x, const char* attrname, const cha
 
 t_max_err object_attr_addattr_format(t_object* x, const char* attrname, const char* attrname2, t_symbol* type,
                                      long flags, const char* fmt, ...) {
-    std::vector<t_atom> atoms;
     std::va_list values;
     va_start(values, fmt);
-    const t_max_err result = FormatAtoms(fmt, values, atoms);
+    const t_max_err result = AddFormatted(FindAttribute(x, gensym(attrname)), attrname2, type, flags, fmt, values);
     va_end(values);
-    if (result != MAX_ERR_NONE) return result;
-    return AddWithValue(FindAttribute(x, gensym(attrname)), attrname2, type, flags, atoms);
+    return result;
 }
 
 t_max_err object_addattr_parse(t_object* x, const char* attrname, t_symbol* type, long flags, const char* parsestr) {
@@ -86,12 +89,11 @@ t_max_err object_addattr_parse(t_object* x, const char* attrname, t_symbol* type
 }
 
 t_max_err object_addattr_format(t_object* x, const char* attrname, t_symbol* type, long flags, const char* fmt, ...) {
-    std::vector<t_atom> atoms;
     std::va_list values;
     va_start(values, fmt);
-    const t_max_err result = FormatAtoms(fmt, values, atoms);
+    const t_max_err result = AddFormatted(x, attrname, type, flags, fmt, values);
     va_end(values);
-    return result == MAX_ERR_NONE ? AddWithValue(x, attrname, type, flags, atoms) : result;
+    return result;
 }
 
 t_max_err object_addattr_atoms(t_object* x, const char* attrname, t_symbol* type, long flags, long argc, t_atom* argv) {
