@@ -47,7 +47,7 @@ TEST_F(SoundTest, FilesCutShortReadAsSilenceAndSaySo) {
 TEST_F(SoundTest, FilesOfUnknownLengthEndWhereTheyEnd) {
     WriteSound(folder / "a.wav", {{1, 2, 3}});
     std::string bytes = ReadBytes(folder / "a.wav");
-    for (const std::size_t size : {4, 100}) bytes.replace(size, 4, 4, '\xFF');  // of the whole, of the data chunk
+    for (const std::size_t size : {4u, 100u}) bytes.replace(size, 4, 4, '\xFF');  // of the whole, of the data chunk
     WriteBytes(folder / "a.wav", bytes);
     EXPECT_EQ(ReadSound(folder / "a.wav"), (Channels{{1, 2, 3}}));
     EXPECT_EQ(SoundSource(folder / "a.wav").NumMissingFrames(), 0u);
