@@ -7,6 +7,7 @@
 #include "audiofiles/VelmoDspAudioFileReader.h"
 #include "audiofiles/VelmoDspAudioFileWriter.h"
 #include "audiofiles/VelmoDspAudioFilesManager.h"
+#include "audiofiles/VelmoDspFrameLayout.h"
 #include "audiofiles/VelmoDspWavFileReader.h"
 #include "audiofiles/VelmoDspWavFileWriter.h"
 #include "dsp/VelmoDspDenormals.h"

@@ -35,7 +35,6 @@ private:
     bool ParseCompressionType();
     void ParseSoundDataChunk(unsigned long long chunkSize);
 
-    FrameLayout layout;
     unsigned long long soundDataSize = 0;  // bytes of the sound data chunk, its own two fields included
     unsigned long long endOfChunks = 0;    // file offset
     bool littleEndian = false;

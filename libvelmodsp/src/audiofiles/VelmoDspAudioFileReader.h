@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "audiofiles/VelmoDspAudioFilesManager.h"
+#include "audiofiles/VelmoDspFrameLayout.h"
 #include "files/VelmoDspFileReader.h"
 #include "math/VelmoDspVector.h"
 
@@ -56,6 +57,10 @@ public:
     /// its header lies. From there on it reads as silence.
     unsigned long long GetNumStoredSamples() const noexcept { return numStoredSamples; }
 
+    /// Where and how the samples lie in the file. The sample format is `None` when they have a depth without a
+    /// conversion, and in files of compressed sound.
+    const FrameLayout& GetFrameLayout() const noexcept { return layout; }
+
     /// Reads all channels of the file into the buffer's first ones, from the buffer's sample `destStartSample` on.
     /// Buffer channels beyond the file's stay as they were.
     /// @return false, with nothing changed, when the buffer has too few channels or samples
@@ -73,6 +78,7 @@ protected:
 
     FileReader input;
     unsigned long long numStoredSamples = 0;
+    FrameLayout layout;  // of files that hold interleaved frames
 
 private:
     bool ReadFloats(unsigned long long numSamples, unsigned long long fileStartSample);

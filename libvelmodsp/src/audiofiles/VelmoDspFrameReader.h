@@ -2,24 +2,11 @@
 
 #include <cstddef>
 
-#include "audiofiles/VelmoDspSampleFormat.h"
+#include "audiofiles/VelmoDspFrameLayout.h"
 
 namespace velmodsp {
 
 class FileReader;
-
-/// Where and how the interleaved frames of a sound file lie in it.
-struct FrameLayout {
-    SampleFormat sampleFormat = SampleFormat::None;
-    unsigned int numChannels = 0;
-    unsigned long long bytesPerFrame = 0;    // may exceed the bytes of the channels' samples
-    unsigned long long dataStart = 0;        // file offset of the first frame
-    unsigned long long numFrames = 0;        // as the file's header claims
-    unsigned long long numStoredFrames = 0;  // those of them that the file holds, the last one perhaps cut short
-};
-
-/// Number of frames of `layout` that a file of `fileSize` bytes holds, one that is cut short included.
-unsigned long long CountStoredFrames(const FrameLayout& layout, unsigned long long fileSize) noexcept;
 
 /// Reads interleaved frames into separate channels of 32-bit words, through a small buffer of fixed size: memory stays
 /// the same for a file of any length and any frame size.

@@ -37,7 +37,6 @@ private:
     void ParseFormatChunk(unsigned long long chunkSize);
     bool ParseSampleType(unsigned int formatTag, unsigned long long chunkSize);
 
-    FrameLayout layout;
     unsigned long long dataLength = 0;   // bytes
     unsigned long long endOfChunks = 0;  // file offset
     bool isRF64 = false;
