@@ -5,14 +5,10 @@
 //
 // `x_floor` is the median of the ratios and the figure to compare between machines and versions; `items_per_second` is
 // samples of all channels. Cases are named by the number of channels, by how many samples there are to a bad one (0: no
-// bad ones) and by the mode (0 "givenvalue", 1 "lastvalue"). For figures to rely on, run with
-//
-//   FixNaNBench --benchmark_repetitions=9 --benchmark_report_aggregates_only=true
+// bad ones) and by the mode (0 "givenvalue", 1 "lastvalue"). Run it with run.sh.
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -20,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "InTurns.h"
 #include "dsp/VelmoDspMultiFixNaN.h"
 #include "platform/VelmoDspFloatingPointControl.h"
 #include "platform/VelmoDspVectorConversion.h"
@@ -28,9 +25,7 @@ namespace {
 
 using namespace velmodsp;
 
-constexpr std::size_t BlockSize = 64;            // the host's usual vector
-constexpr std::size_t SamplesPerTurn = 1 << 17;  // long enough for the clock, short enough for work and floor to meet
-                                                 // the same state of the machine
+constexpr std::size_t BlockSize = 64;  // the host's usual vector
 
 template <class Sample>
 struct Channels {
@@ -58,32 +53,9 @@ void FillWithNoise(Channels<Sample>& channels, std::int64_t samplesPerBad) {
     }
 }
 
-double SecondsOf(const auto& block, std::size_t repetitions) {
-    const auto start = std::chrono::steady_clock::now();
-    for (std::size_t i = 0; i < repetitions; ++i) {
-        block();
-        benchmark::ClobberMemory();
-    }
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Times `work` and `floor` by turns, each for one block of every channel.
+/// Times `work` and `floor` in turns, each for one block of every channel.
 void Compare(benchmark::State& state, std::size_t numChannels, const auto& work, const auto& floor) {
-    const std::size_t samplesPerBlock = numChannels * BlockSize;
-    const std::size_t repetitions = std::max<std::size_t>(1, SamplesPerTurn / samplesPerBlock);
-    std::vector<double> ratios;
-    for (auto _ : state) {
-        const double floorSeconds = SecondsOf(floor, repetitions);
-        const double workSeconds = SecondsOf(work, repetitions);
-        state.SetIterationTime(workSeconds);
-        ratios.push_back(workSeconds / floorSeconds);
-    }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) *
-                            static_cast<std::int64_t>(repetitions * samplesPerBlock));
-    if (ratios.empty()) return;
-    const auto median = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
-    std::nth_element(ratios.begin(), median, ratios.end());
-    state.counters["x_floor"] = *median;
+    bench::InTurns(state, numChannels * BlockSize, work, bench::Against{"floor", floor});
 }
 
 void Prepare(MultiFixNaN& engine, std::int64_t mode) {
