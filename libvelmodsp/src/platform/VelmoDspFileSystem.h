@@ -30,6 +30,8 @@ int OpenForReading(const String& path);
 int OpenExistingForWriting(const String& path);
 /// Creates the file if needed, readable by all and writable by its owner; does not cut off an existing one.
 int CreateForWriting(const String& path);
+/// Creates the file, or cuts an existing one off to nothing. False when it cannot be opened for writing.
+bool MakeEmptyFile(const String& path);
 void Close(int descriptor);
 
 /// The new position from the start of the file, in bytes, or -1.

@@ -79,6 +79,12 @@ int OpenExistingForWriting(const String& path) { return Open(path, O_RDWR); }
 
 int CreateForWriting(const String& path) { return Open(path, O_RDWR | O_CREAT); }
 
+bool MakeEmptyFile(const String& path) {
+    const int descriptor = Open(path, O_RDWR | O_CREAT | O_TRUNC);
+    if (descriptor >= 0) Close(descriptor);
+    return descriptor >= 0;
+}
+
 void Close(int descriptor) { close(descriptor); }
 
 std::int64_t SeekTo(int descriptor, std::int64_t position) { return lseek(descriptor, position, SEEK_SET); }

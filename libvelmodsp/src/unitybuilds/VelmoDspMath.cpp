@@ -1,0 +1,3 @@
+// The area math/ as one unit.
+
+#include "math/VelmoDspMatrix.cpp"
