@@ -6,7 +6,7 @@ set -eu
 packages="
     cmake ninja-build g++ binutils
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
-    libgtest-dev libgmock-dev libbenchmark-dev jq
+    libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
     alsa-utils
 "
 

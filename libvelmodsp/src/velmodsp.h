@@ -23,6 +23,7 @@
 #include "files/VelmoDspFileHandle.h"
 #include "files/VelmoDspFileReader.h"
 #include "files/VelmoDspFileWriter.h"
+#include "math/VelmoDspMatFileWriter.h"
 #include "math/VelmoDspMatrix.h"
 #include "math/VelmoDspVector.h"
 #include "text/VelmoDspString.h"

@@ -151,7 +151,7 @@ TEST(Matrix, SizesBeyondTheAddressSpaceThrowAndLeaveItAsItWas) {
     constexpr unsigned long huge = std::numeric_limits<unsigned long>::max() / 2 + 2;  // times 2 wraps to 2
     Matrix<double> matrix = Filled<double>({{1, 2}});
     EXPECT_THAT(MessageOf([&] { matrix.Resize(2, huge); }), testing::StartsWith("out of memory occured in "));
-    EXPECT_NE(MessageOf([&] { matrix.Resize(huge, 1); }), "nothing was thrown");
+    EXPECT_NE(MessageOf([&] { matrix.Resize(std::numeric_limits<unsigned long>::max(), 1); }), "nothing was thrown");
     EXPECT_EQ(matrix.GetNumColumns(), 2u);
     EXPECT_EQ(matrix(0, 1), 2.0);
 }

@@ -46,6 +46,8 @@ bool FileWriter::SetPosition(std::uint64_t newPosition) {
     return position >= 0;
 }
 
+bool FileWriter::Truncate() { return handle != 0 && position >= 0 && FileSystem::SetSize(handle, position); }
+
 bool FileWriter::Write(const void* bytes, std::size_t length) {
     const std::int64_t count = handle == 0 ? 0 : FileSystem::Write(handle, bytes, length);
     position += count;

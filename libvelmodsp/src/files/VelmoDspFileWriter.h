@@ -31,6 +31,8 @@ public:
     std::int64_t GetPosition() const { return position; }
     /// Positions beyond the end are allowed; a write there fills the gap with zeros.
     bool SetPosition(std::uint64_t newPosition);
+    /// Cuts the file off at the position.
+    bool Truncate();
 
     bool Write(const void* bytes, std::size_t length);
     /// Stops at the first byte that cannot be written.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "files/VelmoDspFile.h"
+#include "math/VelmoDspMatFileWriter.h"
 #include "platform/VelmoDspFileSystem.h"
 #include "utils/VelmoDspGuardedAllocation.h"
 
@@ -83,6 +84,14 @@ void WriteLatexLike(std::ostream& stream, const Matrix<T>& matrix, const Form& f
     for (const char* end : {"\\end{array}", "\\end{pmatrix}", "\\end{equation}"}) WriteLine(stream, end);
 }
 
+bool MakeEmptyFile(const String& path) {
+    const int descriptor = FileSystem::CreateForWriting(path);
+    if (descriptor < 0) return false;
+    const bool emptied = FileSystem::SetSize(descriptor, 0);
+    FileSystem::Close(descriptor);
+    return emptied;
+}
+
 }  // namespace
 
 template <typename T>
@@ -144,12 +153,17 @@ void Matrix<T>::PrintLatexLike(std::ostream& stream, const String& format, const
 
 template <typename T>
 bool Matrix<T>::SaveAs(const File& file, unsigned int, const String&) const {
-    return FileSystem::MakeEmptyFile(file.GetFullPathName());
+    return MakeEmptyFile(file.GetFullPathName());
 }
 
 template <typename T>
 bool Matrix<T>::SaveAs(const File& file, const String&, const String&) const {
-    return FileSystem::MakeEmptyFile(file.GetFullPathName());
+    return MakeEmptyFile(file.GetFullPathName());
+}
+
+template <typename T>
+bool Matrix<T>::SaveAsMatFile(const File& file, const String& name, bool overwrite) const {
+    return MatFileWriter(file, overwrite).Write(name, *this);
 }
 
 template class Matrix<float>;

@@ -91,6 +91,12 @@ public:
     bool SaveAs(const File& file, unsigned int precision, const String& name) const;
     bool SaveAs(const File& file, const String& format, const String& name) const;
 
+    /// Writes a data file for Matlab with this matrix as its one variable; `MatFileWriter` writes several.
+    /// @param overwrite whether an existing file goes to the trash; otherwise it is an error
+    /// @return false when the file cannot be written; there is none then
+    /// @throws Exception as `MatFileWriter::Write`
+    bool SaveAsMatFile(const File& file, const String& name, bool overwrite) const;
+
 private:
     unsigned long numRows = 0;
     unsigned long numColumns = 0;

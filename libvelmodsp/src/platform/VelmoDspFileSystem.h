@@ -30,13 +30,13 @@ int OpenForReading(const String& path);
 int OpenExistingForWriting(const String& path);
 /// Creates the file if needed, readable by all and writable by its owner; does not cut off an existing one.
 int CreateForWriting(const String& path);
-/// Creates the file, or cuts an existing one off to nothing. False when it cannot be opened for writing.
-bool MakeEmptyFile(const String& path);
 void Close(int descriptor);
 
 /// The new position from the start of the file, in bytes, or -1.
 std::int64_t SeekTo(int descriptor, std::int64_t position);
 std::int64_t GetOffset(int descriptor);
+/// Cuts the file off after `size` bytes, or lengthens it with zeros.
+bool SetSize(int descriptor, std::int64_t size);
 
 /// One `read` or `write` of the system, begun again when a signal came before any byte was moved. Lengths beyond what
 /// one call of the system can move are moved in as many calls as they need, up to the first one that falls short.

@@ -79,17 +79,15 @@ int OpenExistingForWriting(const String& path) { return Open(path, O_RDWR); }
 
 int CreateForWriting(const String& path) { return Open(path, O_RDWR | O_CREAT); }
 
-bool MakeEmptyFile(const String& path) {
-    const int descriptor = Open(path, O_RDWR | O_CREAT | O_TRUNC);
-    if (descriptor >= 0) Close(descriptor);
-    return descriptor >= 0;
-}
-
 void Close(int descriptor) { close(descriptor); }
 
 std::int64_t SeekTo(int descriptor, std::int64_t position) { return lseek(descriptor, position, SEEK_SET); }
 
 std::int64_t GetOffset(int descriptor) { return lseek(descriptor, 0, SEEK_CUR); }
+
+bool SetSize(int descriptor, std::int64_t size) {
+    return RepeatWhenInterrupted([&] { return ftruncate(descriptor, size); }) == 0;
+}
 
 std::int64_t Read(int descriptor, void* buffer, std::size_t length) {
     return TransferInParts(length, [&](std::size_t offset, std::size_t count) {

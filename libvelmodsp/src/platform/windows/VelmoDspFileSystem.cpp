@@ -57,17 +57,13 @@ int OpenExistingForWriting(const String& path) { return Open(path, _O_RDWR); }
 
 int CreateForWriting(const String& path) { return Open(path, _O_RDWR | _O_CREAT); }
 
-bool MakeEmptyFile(const String& path) {
-    const int descriptor = Open(path, _O_RDWR | _O_CREAT | _O_TRUNC);
-    if (descriptor >= 0) Close(descriptor);
-    return descriptor >= 0;
-}
-
 void Close(int descriptor) { _close(descriptor); }
 
 std::int64_t SeekTo(int descriptor, std::int64_t position) { return _lseeki64(descriptor, position, SEEK_SET); }
 
 std::int64_t GetOffset(int descriptor) { return _lseeki64(descriptor, 0, SEEK_CUR); }
+
+bool SetSize(int descriptor, std::int64_t size) { return _chsize_s(descriptor, size) == 0; }
 
 std::int64_t Read(int descriptor, void* buffer, std::size_t length) {
     return TransferInParts(length, [&](std::size_t offset, std::size_t count) {
