@@ -34,6 +34,7 @@
 #include "utils/VelmoDspCompilerChecks.h"
 #include "utils/VelmoDspConsoleLog.h"
 #include "utils/VelmoDspDemangling.h"
+#include "utils/VelmoDspConstants.h"
 #include "utils/VelmoDspException.h"
 #include "utils/VelmoDspGuardedAllocation.h"
 #include "utils/VelmoDspInfos.h"
