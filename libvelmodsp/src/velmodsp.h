@@ -31,6 +31,7 @@
 #include "utils/VelmoDspAnsiCode.h"
 #include "utils/VelmoDspAudioBuffer.h"
 #include "utils/VelmoDspBacktrace.h"
+#include "utils/VelmoDspColourMap.h"
 #include "utils/VelmoDspCompilerChecks.h"
 #include "utils/VelmoDspConsoleLog.h"
 #include "utils/VelmoDspDemangling.h"

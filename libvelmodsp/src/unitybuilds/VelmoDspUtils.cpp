@@ -2,6 +2,7 @@
 
 #include "utils/VelmoDspAudioBuffer.cpp"
 #include "utils/VelmoDspBacktrace.cpp"
+#include "utils/VelmoDspColourMap.cpp"
 #include "utils/VelmoDspConsoleLog.cpp"
 #include "utils/VelmoDspDemangling.cpp"
 #include "utils/VelmoDspException.cpp"
