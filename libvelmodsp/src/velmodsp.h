@@ -35,6 +35,7 @@
 #include "utils/VelmoDspCompilerChecks.h"
 #include "utils/VelmoDspConsoleLog.h"
 #include "utils/VelmoDspDemangling.h"
+#include "utils/VelmoDspDate.h"
 #include "utils/VelmoDspConstants.h"
 #include "utils/VelmoDspException.h"
 #include "utils/VelmoDspGuardedAllocation.h"

@@ -4,6 +4,7 @@
 #include "utils/VelmoDspBacktrace.cpp"
 #include "utils/VelmoDspColourMap.cpp"
 #include "utils/VelmoDspConsoleLog.cpp"
+#include "utils/VelmoDspDate.cpp"
 #include "utils/VelmoDspDemangling.cpp"
 #include "utils/VelmoDspException.cpp"
 #include "utils/VelmoDspInfos.cpp"
