@@ -41,3 +41,4 @@
 #include "utils/VelmoDspGuardedAllocation.h"
 #include "utils/VelmoDspInfos.h"
 #include "utils/VelmoDspMemory.h"
+#include "utils/VelmoDspStopWatch.h"

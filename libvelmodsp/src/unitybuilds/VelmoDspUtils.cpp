@@ -9,3 +9,4 @@
 #include "utils/VelmoDspException.cpp"
 #include "utils/VelmoDspInfos.cpp"
 #include "utils/VelmoDspMemory.cpp"
+#include "utils/VelmoDspStopWatch.cpp"
