@@ -7,26 +7,13 @@
 #include <cstdlib>
 #include <numeric>
 
+#include "audiobuffer/FilledBuffer.h"
 #include "support/MessageOf.h"
 
 namespace velmodsp {
 namespace {
 
 using testing::ElementsAre;
-using Samples = std::vector<float>;
-
-Samples Channel(const AudioBuffer& buffer, unsigned int channel) {
-    return {buffer.GetChannel(channel), buffer.GetChannel(channel) + buffer.GetNumSamples()};
-}
-
-/// An owning buffer that holds these channels, all of one length.
-struct FilledBuffer : AudioBuffer {
-    explicit FilledBuffer(const std::vector<Samples>& samples)
-        : AudioBuffer(static_cast<unsigned int>(samples.size()), samples[0].size(), true) {
-        for (unsigned int k = 0; k < samples.size(); ++k) CopyFrom(k, 0, samples[k].data(), samples[k].size(), 1.0f);
-    }
-};
-
 TEST(AudioBuffer, OwnsOneBlockChannelAfterChannel) {
     AudioBuffer buffer(3, 5, true);
     EXPECT_EQ(buffer.GetChannel(2), buffer.GetChannel(0) + 10);

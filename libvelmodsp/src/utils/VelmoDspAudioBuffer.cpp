@@ -7,7 +7,13 @@
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
+#include <memory>
+#include <utility>
 
+#include "audiofiles/VelmoDspAudioFileReader.h"
+#include "audiofiles/VelmoDspAudioFileWriter.h"
+#include "files/VelmoDspFile.h"
+#include "math/VelmoDspMatrix.h"
 #include "text/VelmoDspString.h"
 #include "utils/VelmoDspException.h"
 #include "utils/VelmoDspMemory.h"
@@ -64,6 +70,41 @@ std::uint32_t Random31Bits() {
         bits = bits << 15 ^ static_cast<std::uint32_t>(std::rand());
     }
     return bits & 0x7FFFFFFFu;
+}
+
+/// One row per channel.
+Matrix<float> AsMatrix(const AudioBuffer& buffer) {
+    Matrix<float> matrix;
+    buffer.CopyTo(matrix);
+    return matrix;
+}
+
+/// The reader or writer that `create` gives, null when there is none for the file. Why not is in the console log then,
+/// where every exception reports itself.
+template <typename Create>
+auto CreateOrNull(const Create& create) -> decltype(create()) {
+    try {
+        return create();
+    } catch (const Exception&) {
+        return nullptr;
+    }
+}
+
+std::unique_ptr<AudioFileReader> OpenReader(const File& file) {
+    return CreateOrNull([&] { return AudioFileReader::CreateReaderFor(file); });
+}
+
+/// The file's samples per channel, as a buffer counts them.
+unsigned long LengthInBuffer(const AudioFileReader& reader, const File& file) {
+    const unsigned long long length = reader.GetLengthInSamples();
+    if (!std::in_range<unsigned long>(length))
+        throw Exception("Too long for a buffer : " + file.GetFullPathName(), AudioBufferSource, __LINE__, true, false);
+    return static_cast<unsigned long>(length);
+}
+
+/// Also false when a buffer without samples had only a header to write and that failed.
+bool WriteAll(const AudioBuffer& buffer, AudioFileWriter* writer) {
+    return writer != nullptr && writer->WriteSamples(buffer, 0, buffer.GetNumSamples()) && !writer->HasFailed();
 }
 
 }  // namespace
@@ -294,6 +335,64 @@ void AudioBuffer::Impulse(unsigned int channel) {
 
 void AudioBuffer::Impulse() {
     for (unsigned int k = 0; k < numChannels; ++k) Impulse(k);
+}
+
+void AudioBuffer::CopyTo(Matrix<float>& matrix) const {
+    matrix.Resize(numChannels, numSamples);
+    for (unsigned int k = 0; k < numChannels; ++k) std::copy_n(channels[k], numSamples, matrix.Data() + k * numSamples);
+}
+
+void AudioBuffer::CopyFrom(const Matrix<float>& matrix) {
+    if (!std::in_range<unsigned int>(matrix.GetNumRows()))
+        throw Exception("Too many rows for the channels of a buffer : " + String() + matrix.GetNumRows(),
+                        AudioBufferSource, __LINE__, true, false);
+    Resize(static_cast<unsigned int>(matrix.GetNumRows()), matrix.GetNumColumns());
+    for (unsigned int k = 0; k < numChannels; ++k) std::copy_n(matrix.Data() + k * numSamples, numSamples, channels[k]);
+}
+
+bool AudioBuffer::SaveAsMatFile(const File& file, const String& variableName) const {
+    return AsMatrix(*this).SaveAsMatFile(file, variableName, true);
+}
+
+bool AudioBuffer::SaveAsAudioFile(const File& file, double sampleRate, int bitsPerSample, bool overwrite) const {
+    const auto writer = CreateOrNull(
+        [&] { return AudioFileWriter::CreateWriterFor(file, sampleRate, numChannels, bitsPerSample, overwrite); });
+    return WriteAll(*this, writer.get());
+}
+
+bool AudioBuffer::SaveAsAudioFile(const File& file, double sampleRate, bool overwrite) const {
+    const auto writer =
+        CreateOrNull([&] { return AudioFileWriter::CreateWriterFor(file, sampleRate, numChannels, overwrite); });
+    return WriteAll(*this, writer.get());
+}
+
+bool AudioBuffer::LoadFromAudioFile(const File& file) {
+    const auto reader = OpenReader(file);
+    if (reader == nullptr) return false;
+    Resize(reader->GetNumChannels(), LengthInBuffer(*reader, file));
+    return reader->ReadSamples(*this, 0, numSamples, 0);
+}
+
+bool AudioBuffer::LoadFromAudioFile(const File& file, unsigned int channel) {
+    const auto reader = OpenReader(file);
+    if (reader == nullptr) return false;
+    if (channel >= reader->GetNumChannels())
+        throw Exception(String("Invalid channel index ") + channel + " for file " + file.GetFullPathName(),
+                        AudioBufferSource, __LINE__, true, false);
+    Resize(1, LengthInBuffer(*reader, file));
+    return reader->ReadSamples(*this, 0, 0, numSamples, channel, 0);
+}
+
+void AudioBuffer::Print(std::ostream& stream, unsigned int precision) const {
+    AsMatrix(*this).Print(stream, precision);
+}
+
+void AudioBuffer::PrintMatlabLike(std::ostream& stream, unsigned int precision) const {
+    AsMatrix(*this).PrintMatlabLike(stream, precision);
+}
+
+void AudioBuffer::PrintLatexLike(std::ostream& stream, unsigned int precision) const {
+    AsMatrix(*this).PrintLatexLike(stream, precision);
 }
 
 }  // namespace velmodsp

@@ -1,11 +1,17 @@
 #pragma once
 
+#include <iosfwd>
 #include <vector>
 
 #include "math/VelmoDspVector.h"
 #include "utils/VelmoDspCompilerChecks.h"
 
 namespace velmodsp {
+
+class File;
+class String;
+template <typename T>
+class Matrix;
 
 /// Block of 32-bit float samples of several channels, either owned or referring to somebody else's channels.
 ///
@@ -23,9 +29,16 @@ namespace velmodsp {
 /// Gains are linear factors. Channel indices and sample ranges are the caller's to keep in range: the operations on one
 /// channel do not check them.
 ///
-/// Threads: one thread at a time. Constructor, destructor and `Resize` allocate or free; `ReferenceExternalData` and
-/// `Permute` allocate when they meet more channels than ever before (`ReferenceExternalData`: more than 16); everything
-/// else is real-time safe. `FillChannelWithNoise` draws from `rand()`, which some platforms lock.
+/// Whole buffers go to and from matrices, text and files in one call:
+///
+///     AudioBuffer take(1, 0, true);
+///     bool loaded = take.LoadFromAudioFile(File("~/take.wav"));
+///     bool saved = take.SaveAsMatFile(File("~/take.mat"), "take");
+///
+/// Threads: one thread at a time. Constructor, destructor, `Resize` and what resizes allocate or free;
+/// `ReferenceExternalData` and `Permute` allocate when they meet more channels than ever before
+/// (`ReferenceExternalData`: more than 16); conversions to matrices, text and files allocate and block; everything else
+/// is real-time safe. `FillChannelWithNoise` draws from `rand()`, which some platforms lock.
 class AudioBuffer {
 public:
     /// Samples per block for callers that have no host block size yet.
@@ -124,6 +137,45 @@ public:
     /// Silence after a first sample of 1.
     virtual void Impulse(unsigned int channel);
     virtual void Impulse();
+
+    /// Copies channel k into row k of a matrix of `GetNumChannels()` rows and `GetNumSamples()` columns. A matrix of
+    /// this shape already is not reallocated.
+    /// @throws Exception when there is no memory for the matrix
+    virtual void CopyTo(Matrix<float>& matrix) const;
+    /// Resizes to one channel a row and copies row k into channel k.
+    /// @throws Exception as `Resize`
+    virtual void CopyFrom(const Matrix<float>& matrix);
+
+    /// Writes a data file for Matlab with one variable, a matrix of class single with a row for each channel. A file
+    /// that is there already goes to the trash.
+    /// @param variableName a letter, then letters, digits and underscores, 63 characters at most
+    /// @return false when the file cannot be written; there is none then
+    /// @throws Exception as `MatFileWriter::Write`
+    virtual bool SaveAsMatFile(const File& file, const String& variableName) const;
+
+    /// Writes a sound file, WAV or AIFF by its extension, as `AudioFileWriter` writes it: of 32 bits without
+    /// `bitsPerSample`, which in a WAV file are the samples bit for bit.
+    /// @param overwrite whether an existing file goes to the trash
+    /// @return false when the format or the file is refused, for a reason that the console log has, or writing fails
+    virtual bool SaveAsAudioFile(const File& file, double sampleRate, int bitsPerSample, bool overwrite) const;
+    virtual bool SaveAsAudioFile(const File& file, double sampleRate, bool overwrite) const;
+
+    /// Resizes to the sound file's channels and length and reads all of it.
+    /// @return false when there is no such file or no reader for it, for a reason that the console log has (the buffer
+    /// is then unchanged), or when reading fails
+    /// @throws Exception as `Resize`
+    virtual bool LoadFromAudioFile(const File& file);
+    /// The same with one channel of the file, which becomes the buffer's only one.
+    /// @throws Exception "Invalid channel index …" when the file does not have it; the buffer is then unchanged
+    virtual bool LoadFromAudioFile(const File& file, unsigned int channel);
+
+    // Whatever is added to the virtual functions comes after these: the order is that of the virtual table.
+
+    /// Writes the samples as text, a row for each channel, in the forms that `Matrix` has.
+    /// @param precision decimals
+    void Print(std::ostream& stream, unsigned int precision) const;
+    void PrintMatlabLike(std::ostream& stream, unsigned int precision) const;
+    void PrintLatexLike(std::ostream& stream, unsigned int precision) const;
 
     unsigned int GetNumChannels() const noexcept { return numChannels; }
     /// Samples per channel.
