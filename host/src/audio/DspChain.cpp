@@ -54,7 +54,7 @@ void DspChain::Stop() {
     entries.clear();
     if (dspObject != nullptr) object_free(dspObject);
     object = dspObject = nullptr;
-    SetDspSettings({samplerate, vectorSize, false});
+    SetDspSettings({samplerate, vectorSize, !StartedChains().empty()});
 }
 
 void DspChain::LayOutBuffers(const std::vector<bool>& inletsConnected) {

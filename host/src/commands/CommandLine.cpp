@@ -8,8 +8,10 @@
 #include "audio/DspSettings.h"
 #include "commands/InfoCommand.h"
 #include "commands/Notice.h"
+#include "commands/RepairCommand.h"
 #include "commands/ReplCommand.h"
 #include "commands/RunCommand.h"
+#include "commands/ScanCommand.h"
 #include "commands/UsageError.h"
 
 namespace velmohost {
@@ -27,6 +29,17 @@ CLI::Validator Finite(double minimum, bool aboveMinimum) {
                 return "out of range: " + text;
             }
             return "";
+        },
+        "", "");
+}
+
+/// A number that a 32-bit sample can hold.
+CLI::Validator FiniteSample() {
+    return CLI::Validator(
+        [](const std::string& text) -> std::string {
+            double value = 0.0;
+            if (!CLI::detail::lexical_cast(text, value)) return "not a number: " + text;
+            return std::isfinite(static_cast<float>(value)) ? "" : "out of range: " + text;
         },
         "", "");
 }
@@ -106,8 +119,51 @@ CLI::App& AddInfo(CLI::App& app, InfoOptions& options) {
     return info;
 }
 
+void AddBatchOptions(CLI::App& command, BatchOptions& options) {
+    command.add_option("FILE", options.files, "sound files; folders with --recursive")->type_name("FILE")->required();
+    command.add_flag("--recursive", options.recursive, "walk folders for WAV, AIFF and CAF files");
+    command.add_option("--jobs", options.jobs, "files worked on at the same time; default: one per processor")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 1024u));
+    command.add_option("--json", options.json, "file to write what was found to, for machines")->type_name("FILE");
+    command.add_flag("--quiet", options.quiet, "no progress display (it is shown on a terminal only)");
+}
+
+CLI::App& AddScan(CLI::App& app, BatchOptions& options) {
+    CLI::App& scan = *app.add_subcommand("scan", "find NaN and infinite samples in sound files; changes nothing");
+    AddBatchOptions(scan, options);
+    scan.footer("Exit status: 0 all clean, 3 bad samples found, 1 a file could not be read, 2 wrong usage.\n");
+    return scan;
+}
+
+CLI::App& AddRepair(CLI::App& app, RepairOptions& options) {
+    CLI::App& repair = *app.add_subcommand("repair", "repair sound files with tesk.fixnan~");
+    AddBatchOptions(repair, options);
+    repair
+        .add_option("-o,--output", options.output,
+                    "file, or folder for several; default: NAME-repaired.EXT beside each file")
+        ->type_name("FILE|DIR");
+    auto* const mode = repair.add_option("--mode", options.mode.mode, "what a bad sample becomes");
+    mode->type_name("lastvalue|givenvalue")->check(CLI::IsMember({"lastvalue", "givenvalue"}))->capture_default_str();
+    repair.add_option("--replaceby", options.mode.replaceBy, "value for bad samples, with --mode givenvalue")
+        ->type_name("X")
+        ->check(FiniteSample())
+        ->capture_default_str();
+    repair.add_flag("--overwrite", options.overwrite, "replace existing files; they go to the trash");
+    AddPathOption(repair, options.paths);
+    repair.footer(
+        "Exit status: 0 every file clean or repaired, 1 a file failed (the others are done), 2 wrong usage.\n");
+    return repair;
+}
+
 void CheckMessage(const std::string& option, const std::string& text) {
     if (text.find_first_not_of(" \t\n") == std::string::npos) throw UsageError(option + ": the message is empty");
+}
+
+void CheckReplaceBy(const CLI::App& repair, const RepairOptions& options) {
+    if (repair.count("--replaceby") > 0 && options.mode.mode != "givenvalue") {
+        throw UsageError("--replaceby needs --mode givenvalue");
+    }
 }
 
 /// What the options' own checks cannot see: parts of --at, and texts of blanks alone.
@@ -130,7 +186,7 @@ void KeepWriteErrorsFromEndingTheProgram() {
 }
 
 std::string DescribeMissingCommand(int argc, char** argv) {
-    const std::string known = "; there are run, repl and info";
+    const std::string known = "; there are run, scan, repair, repl and info";
     return argc > 1 ? std::string("no such command: ") + argv[1] + known : "a command is missing" + known;
 }
 
@@ -147,9 +203,13 @@ int RunCommandLine(int argc, char** argv) {
     CLI::App app("velmohost: runs a Max object without Max", "velmohost");
     app.require_subcommand(1);
     RunOptions runOptions;
+    BatchOptions scanOptions;
+    RepairOptions repairOptions;
     InfoOptions infoOptions;
     const CLI::App& run =
         AddObjectCommand(app, "run", "create the object, send it messages, stream sound through it", runOptions);
+    const CLI::App& scan = AddScan(app, scanOptions);
+    const CLI::App& repair = AddRepair(app, repairOptions);
     const CLI::App& info = AddInfo(app, infoOptions);
     AddObjectCommand(app, "repl", "type messages to a living object; ? tells what it understands", runOptions);
     const auto chosen = [&app]() -> const CLI::App* {
@@ -158,6 +218,11 @@ int RunCommandLine(int argc, char** argv) {
     try {
         app.parse(argc, argv);
         if (info.parsed()) return ShowInfo(infoOptions);
+        if (scan.parsed()) return ScanFiles(scanOptions);
+        if (repair.parsed()) {
+            CheckReplaceBy(repair, repairOptions);
+            return RepairFiles(repairOptions);
+        }
         CheckMessages(runOptions);
         return run.parsed() ? RunObject(runOptions) : RunRepl(runOptions);
     } catch (const CLI::Success& help) {

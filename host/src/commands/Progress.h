@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <string>
 
 namespace velmohost {
 
@@ -16,6 +17,9 @@ public:
 
     /// Shows that `done` seconds of sound out of `total` are through; rewrites the line a few times a second only.
     void Show(double done, double total);
+
+    /// Shows a line of any text, likewise.
+    void ShowText(const std::string& text);
 
     /// Takes the line away, so that other output can be shown.
     void Hide();

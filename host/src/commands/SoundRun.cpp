@@ -9,19 +9,6 @@
 #include "window/MaxWindow.h"
 
 namespace velmohost {
-namespace {
-
-// Enough that handing a batch to the audio thread and calling the system cost little beside the work itself, but not
-// more samples of all channels together than the processor's caches hold.
-constexpr unsigned long kMaxBatchFrames = 16384;
-constexpr unsigned long kMaxBatchSamples = 65536;
-
-}  // namespace
-
-unsigned long SoundRun::ChooseBatchFrames(unsigned long vectorSize, unsigned numChannels) {
-    const unsigned long frames = std::min(kMaxBatchFrames, kMaxBatchSamples / std::max(numChannels, 1u));
-    return std::max(1ul, frames / vectorSize) * vectorSize;
-}
 
 SoundRun::SoundRun(Box& soundBox, const RunLength& length, const Connections& connected, unsigned long batchFrames,
                    std::vector<TimedMessage> timedMessages, SoundSource* soundSource, SoundSink* soundSink)

@@ -24,10 +24,6 @@ public:
         std::vector<bool> inlets, outlets;  ///< one entry per signal inlet / outlet
     };
 
-    /// A good number of frames to process at a time, in whole vectors.
-    /// @param numChannels the most channels that any part of the run has
-    static unsigned long ChooseBatchFrames(unsigned long vectorSize, unsigned numChannels);
-
     /// Turns audio on.
     /// @param batchFrames frames to process at a time, a multiple of the vector size
     /// @param timedMessages to send on the way, in that order

@@ -7,6 +7,7 @@
 #include "commands/ChannelList.h"
 #include "commands/Notice.h"
 #include "commands/UsageError.h"
+#include "sound/BatchFrames.h"
 #include "sound/SoundPath.h"
 #include "sound/SoundSink.h"
 #include "sound/SoundSource.h"
@@ -98,7 +99,7 @@ void FinishSink(SoundSink& sink, const RunOptions& options) {
 }
 
 unsigned long ChooseBatchFrames(const RunLength& length, const SoundSource* source, const Box& box) {
-    return SoundRun::ChooseBatchFrames(length.vectorSize, CountChannels(source, box));
+    return ChooseBatchFrames(length.vectorSize, CountChannels(source, box));
 }
 
 void TellOfLateMessages(const SoundRun& run) {

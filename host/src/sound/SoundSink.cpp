@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
-#include <utility>
+#include <limits>
 
 #include "audiofiles/VelmoDspAiffFileReader.h"
 #include "audiofiles/VelmoDspWavFileReader.h"
@@ -15,35 +14,6 @@ namespace velmohost {
 namespace {
 
 namespace fs = std::filesystem;
-
-SoundError CannotWrite(const std::string& path, const std::string& reason) {
-    return SoundError("cannot write " + path + ": " + reason);
-}
-
-/// Follows links, so that the file behind one is replaced rather than the link.
-std::string ResolveLinks(const std::string& path) {
-    std::error_code error;
-    const fs::path resolved = fs::weakly_canonical(path, error);
-    return error ? path : resolved.string();
-}
-
-void CheckFinalPath(const std::string& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (fs::is_directory(status)) throw CannotWrite(path, "it is a folder");
-    if (fs::exists(status) && !fs::is_regular_file(status)) throw CannotWrite(path, "it is not a plain file");
-}
-
-/// A name of its own beside the final file, with the same extension: "out.wav" gives "out.part.wav".
-std::string FindTemporaryPath(const fs::path& path) {
-    std::error_code error;
-    fs::path candidate;
-    for (unsigned number = 1; number == 1 || fs::exists(fs::symlink_status(candidate, error)); ++number) {
-        const std::string mark = number == 1 ? ".part" : ".part" + std::to_string(number);
-        candidate = path.parent_path() / (path.stem().string() + mark + path.extension().string());
-    }
-    return candidate.string();
-}
 
 std::uint64_t BytesPerFrame(const SoundSink::Format& format) {
     return std::max<std::uint64_t>(std::uint64_t{format.numChannels} * static_cast<unsigned>(format.bitsPerSample) / 8,
@@ -68,15 +38,9 @@ void CheckFormat(const SoundSink::Format& format) {
     }
 }
 
-/// Better told at once than after an hour. The disk may still fill up on the way.
-void CheckRoom(const SoundSink::Format& format, const fs::path& path) {
-    std::error_code error;
-    const fs::space_info space = fs::space(path.parent_path(), error);
-    if (error) return;  // the folder is yet to be made, or its system does not tell
-    if (format.numFrames > space.available / BytesPerFrame(format)) {
-        throw CannotWrite(format.path, "its " + std::to_string(format.numFrames) + " frames of " +
-                                           std::to_string(BytesPerFrame(format)) + " bytes do not fit on the disk");
-    }
+std::uint64_t NumBytes(const SoundSink::Format& format) {
+    const std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    return format.numFrames > most / BytesPerFrame(format) ? most : format.numFrames * BytesPerFrame(format);
 }
 
 std::unique_ptr<velmodsp::AudioFileWriter> CreateWriter(const SoundSink::Format& format, const std::string& path) {
@@ -94,36 +58,21 @@ std::unique_ptr<velmodsp::AudioFileWriter> CreateWriter(const SoundSink::Format&
 }  // namespace
 
 SoundSink::SoundSink(const Format& format, unsigned long blockFrames)
-    : path(ResolveLinks(format.path)),
-      temporaryPath(FindTemporaryPath(path)),
-      block(format.numChannels, blockFrames, true) {
-    CheckFinalPath(path);
+    : file(format.path), block(format.numChannels, blockFrames, true) {
     CheckFormat(format);
-    CheckRoom(format, path);
-    writer = CreateWriter(format, temporaryPath);
-}
-
-SoundSink::~SoundSink() {
-    if (!writer) return;
-    writer.reset();
-    std::error_code error;
-    fs::remove(temporaryPath, error);
+    file.CheckRoom(NumBytes(format));
+    writer = CreateWriter(format, file.TemporaryPath());
 }
 
 void SoundSink::WriteBlock(unsigned long numFrames) {
-    if (!writer->WriteSamples(block, 0, numFrames)) throw CannotWrite(path, "not all samples fit; is the disk full?");
+    if (!writer->WriteSamples(block, 0, numFrames)) {
+        throw CannotWrite(file.Path(), "not all samples fit; is the disk full?");
+    }
 }
 
 bool SoundSink::Finish() {
     writer.reset();  // completes the file
-    try {
-        const bool replaces = fs::exists(path);
-        LibraryFile(path).OverwriteIfNeeded(true);
-        fs::rename(temporaryPath, path);
-        return replaces;
-    } catch (const std::exception& cause) {
-        throw CannotWrite(path, std::string(cause.what()) + "; the new sound is in " + temporaryPath);
-    }
+    return file.Finish();
 }
 
 }  // namespace velmohost

@@ -4,13 +4,14 @@
 #include <string>
 
 #include "audiofiles/VelmoDspAudioFileWriter.h"
+#include "sound/PendingFile.h"
 #include "utils/VelmoDspAudioBuffer.h"
 
 namespace velmohost {
 
-/// A sound file written block by block. The samples go to a file beside the final one; only when all of them are
-/// written does it take the final name, and a file that had the name goes to the user's trash. A sink that is given up,
-/// by an error too, leaves everything as it was.
+/// A sound file written block by block. It takes its name only when all samples are written, and a file that had the
+/// name then goes to the user's trash; see `PendingFile`. A sink that is given up, by an error too, leaves everything
+/// as it was.
 ///
 ///     SoundSink sink({"out.wav", 48000.0, 2, 24}, 4096);
 ///     std::copy_n(left, 4096, sink.Channel(0));   // and the right channel
@@ -31,10 +32,6 @@ public:
     /// Starts the file, for blocks of at most `blockFrames` frames.
     /// @throws SoundError when the format has no room for the frames, the rate or the depth, or the file cannot be made
     SoundSink(const Format& format, unsigned long blockFrames);
-    /// Removes what was written, unless `Finish` was called.
-    ~SoundSink();
-    SoundSink(const SoundSink&) = delete;
-    SoundSink& operator=(const SoundSink&) = delete;
 
     /// Where the next block's samples of a channel are to be put, room for `blockFrames` frames.
     float* Channel(unsigned channel) { return block.GetChannel(channel); }
@@ -48,7 +45,7 @@ public:
     bool Finish();
 
 private:
-    const std::string path, temporaryPath;
+    PendingFile file;  // outlives the writer, which holds it open
     std::unique_ptr<velmodsp::AudioFileWriter> writer;
     velmodsp::AudioBuffer block;
 };

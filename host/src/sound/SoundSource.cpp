@@ -17,16 +17,16 @@ namespace fs = std::filesystem;
 std::unique_ptr<velmodsp::AudioFileReader> Open(const std::string& path) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (!fs::exists(status)) throw SoundError("cannot read " + path + ": no such file");
-    if (fs::is_directory(status)) throw SoundError("cannot read " + path + ": it is a folder");
+    if (!fs::exists(status)) throw CannotRead(path, "no such file");
+    if (fs::is_directory(status)) throw CannotRead(path, "it is a folder");
     try {
         std::unique_ptr<velmodsp::AudioFileReader> reader(
             velmodsp::AudioFileReader::CreateReaderFor(LibraryFile(path)));
         if (reader) return reader;
     } catch (const std::exception& cause) {
-        throw SoundError("cannot read " + path + ": " + cause.what());
+        throw CannotRead(path, cause.what());
     }
-    throw SoundError("cannot read " + path + ": not a sound file");
+    throw CannotRead(path, "not a sound file");
 }
 
 /// Programs that write to a pipe cannot know how long a sound will be, and put the largest length there is into the
@@ -38,6 +38,16 @@ bool IsLengthUnknown(const velmodsp::AudioFileReader& reader) {
            reader.GetLengthInSamples() >= kLargestKnownBytes / std::max<std::uint64_t>(bitsPerFrame / 8, 1);
 }
 
+/// Whether a file of plain frames holds them in a way that has no conversion; it would read as silence.
+bool HasUnknownEncoding(const velmodsp::AudioFileReader& reader) {
+    const velmodsp::String format = reader.GetFormat();
+    if (format != velmodsp::AudioFilesManager::WavFormat && format != velmodsp::AudioFilesManager::AiffFormat) {
+        return false;
+    }
+    const velmodsp::FrameLayout& layout = reader.GetFrameLayout();
+    return layout.sampleFormat == velmodsp::SampleFormat::None || layout.bytesPerFrame == 0;
+}
+
 }  // namespace
 
 SoundSource::SoundSource(const std::string& soundPath)
@@ -45,6 +55,12 @@ SoundSource::SoundSource(const std::string& soundPath)
       reader(Open(soundPath)),
       lengthInFrames(IsLengthUnknown(*reader) ? reader->GetNumStoredSamples() : reader->GetLengthInSamples()),
       block(reader->GetNumChannels(), 0, true) {}
+
+void SoundSource::RequireKnownEncoding() const {
+    if (!HasUnknownEncoding(*reader)) return;
+    throw CannotRead(path, "its samples (" + std::to_string(reader->GetBitsPerSample()) +
+                               " bits) are in an encoding that is not known here");
+}
 
 std::uint64_t SoundSource::NumMissingFrames() const {
     const std::uint64_t numStored = reader->GetNumStoredSamples();
@@ -59,7 +75,7 @@ unsigned long SoundSource::ReadBlock(unsigned long maxFrames) {
         if (frames > block.GetNumSamples()) block.Resize(block.GetNumChannels(), frames);
         if (!reader->ReadSamples(block, 0, frames, position)) throw std::runtime_error("the read failed");
     } catch (const std::exception& cause) {
-        throw SoundError("cannot read " + path + ": " + cause.what());
+        throw CannotRead(path, cause.what());
     }
     position += frames;
     return frames;

@@ -24,6 +24,15 @@ public:
     unsigned NumChannels() const { return reader->GetNumChannels(); }
     double Samplerate() const { return reader->GetSampleRate(); }
 
+    unsigned BitsPerSample() const { return reader->GetBitsPerSample(); }
+    bool HoldsFloats() const { return reader->UsesFloatingPointData(); }
+
+    /// Where and how the samples lie in the file; no sample format for compressed sound.
+    const velmodsp::FrameLayout& Layout() const { return reader->GetFrameLayout(); }
+
+    /// @throws SoundError when the samples cannot be understood, so that the whole file would read as silence
+    void RequireKnownEncoding() const;
+
     /// The length that the header gives; where the header only says that it is not known, what the file holds.
     std::uint64_t LengthInFrames() const { return lengthInFrames; }
 

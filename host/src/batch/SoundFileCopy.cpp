@@ -1,0 +1,100 @@
+#include "batch/SoundFileCopy.h"
+
+#include <algorithm>
+#include <bit>
+#include <filesystem>
+#include <system_error>
+
+#include "sound/SoundError.h"
+#include "sound/SoundPath.h"
+#include "utils/VelmoDspException.h"
+
+namespace velmohost {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kCopyBytes = 1 << 18;
+
+std::unique_ptr<velmodsp::FileReader> Open(const std::string& path) {
+    try {
+        return std::make_unique<velmodsp::FileReader>(LibraryFile(path));
+    } catch (const velmodsp::Exception& cause) {
+        throw CannotRead(path, cause.what());
+    }
+}
+
+std::unique_ptr<velmodsp::FileWriter> Create(const PendingFile& file) {
+    try {
+        return std::make_unique<velmodsp::FileWriter>(LibraryFile(file.TemporaryPath()));
+    } catch (const velmodsp::Exception& cause) {
+        throw CannotWrite(file.Path(), cause.what());
+    }
+}
+
+}  // namespace
+
+SoundFileCopy::SoundFileCopy(const std::string& from, const velmodsp::FrameLayout& frames, const std::string& path)
+    : sourcePath(from), layout(frames), pending(path), source(Open(from)) {
+    pending.CheckRoom(static_cast<std::uintmax_t>(source->GetSize()));
+    writer = Create(pending);
+    CopyBytes(layout.dataStart);
+}
+
+void SoundFileCopy::CopyBytes(std::uint64_t numBytes) {
+    for (std::uint64_t left = numBytes; left > 0;) {
+        const std::size_t count = ReadBytes(static_cast<std::size_t>(std::min<std::uint64_t>(left, kCopyBytes)));
+        if (count == 0) throw CannotRead(sourcePath, "it became shorter meanwhile");
+        WriteBytes(count);
+        left -= count;
+    }
+}
+
+std::size_t SoundFileCopy::ReadBytes(std::size_t numBytes) {
+    bytes.resize(numBytes);
+    const std::int64_t count = source->Read(bytes.data(), numBytes);
+    if (count < 0) throw CannotRead(sourcePath, "the read failed");
+    return static_cast<std::size_t>(count);
+}
+
+void SoundFileCopy::WriteBytes(std::size_t numBytes) {
+    if (!writer->Write(bytes.data(), numBytes)) {
+        throw CannotWrite(pending.Path(), "not all of it could be written; is the disk full?");
+    }
+}
+
+unsigned long SoundFileCopy::ReadFrames(unsigned long maxFrames) {
+    const auto bytesPerFrame = static_cast<std::size_t>(layout.bytesPerFrame);
+    numFrames = static_cast<unsigned long>(std::min<std::uint64_t>(maxFrames, layout.numStoredFrames - nextFrame));
+    numStoredBytes = ReadBytes(numFrames * bytesPerFrame);
+    if (numStoredBytes + bytesPerFrame <= bytes.size()) throw CannotRead(sourcePath, "it became shorter meanwhile");
+    std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(numStoredBytes), bytes.end(), 0);
+    nextFrame += numFrames;
+    return numFrames;
+}
+
+void SoundFileCopy::GetChannel(unsigned channel, float* samples) const {
+    const std::size_t offset = channel * velmodsp::BytesPerSample(layout.sampleFormat);
+    velmodsp::DecodeChannel(layout.sampleFormat, bytes.data() + offset, static_cast<std::size_t>(layout.bytesPerFrame),
+                            numFrames, reinterpret_cast<int*>(samples));
+}
+
+void SoundFileCopy::Replace(unsigned channel, unsigned long frame, float value) {
+    const std::size_t size = velmodsp::BytesPerSample(layout.sampleFormat);
+    const std::size_t offset = frame * static_cast<std::size_t>(layout.bytesPerFrame) + channel * size;
+    const int word = std::bit_cast<int>(value);
+    velmodsp::EncodeChannel(layout.sampleFormat, &word, 1, size, bytes.data() + offset);
+}
+
+void SoundFileCopy::WriteFrames() { WriteBytes(numStoredBytes); }
+
+bool SoundFileCopy::Finish() {
+    CopyBytes(static_cast<std::uint64_t>(std::max<std::int64_t>(source->GetSize() - source->GetPosition(), 0)));
+    source.reset();  // may be the very file that is replaced
+    writer.reset();
+    std::error_code error;  // where permissions cannot be set, the samples still count
+    fs::permissions(pending.TemporaryPath(), fs::status(sourcePath, error).permissions(), error);
+    return pending.Finish();
+}
+
+}  // namespace velmohost

@@ -1,0 +1,61 @@
+#include "batch/SoundFileList.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <filesystem>
+#include <set>
+#include <string_view>
+#include <system_error>
+
+namespace velmohost {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Whether the file's name is that of a container in which floats are kept; others cannot hold a bad sample.
+bool HasSoundExtension(const fs::path& path) {
+    constexpr std::array<std::string_view, 7> extensions{".wav", ".bwf", ".rf64", ".aif", ".aiff", ".aifc", ".caf"};
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
+}
+
+std::vector<ListedFile> WalkFolder(const fs::path& folder) {
+    std::vector<ListedFile> files;
+    for (const fs::directory_entry& entry :
+         fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied)) {
+        if (!entry.is_regular_file() || !HasSoundExtension(entry.path())) continue;
+        files.push_back({entry.path().string(), entry.path().lexically_relative(folder).string()});
+    }
+    std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.path < b.path; });
+    return files;
+}
+
+fs::path Identity(const std::string& path) {
+    std::error_code error;
+    const fs::path canonical = fs::weakly_canonical(path, error);
+    return error ? fs::path(path) : canonical;
+}
+
+}  // namespace
+
+std::vector<ListedFile> ListSoundFiles(const std::vector<std::string>& arguments, bool recursive) {
+    std::vector<ListedFile> files;
+    std::set<fs::path> known;
+    const auto add = [&](const ListedFile& file) {
+        if (known.insert(Identity(file.path)).second) files.push_back(file);
+    };
+    for (const std::string& argument : arguments) {
+        std::error_code error;
+        if (recursive && fs::is_directory(argument, error)) {
+            for (const ListedFile& file : WalkFolder(argument)) add(file);
+        } else {
+            add({argument, fs::path(argument).filename().string()});
+        }
+    }
+    return files;
+}
+
+}  // namespace velmohost
