@@ -3,6 +3,10 @@
 add_library(velmo_settings INTERFACE)
 target_compile_features(velmo_settings INTERFACE cxx_std_20)
 
+# The same samples on every processor: a product is rounded before it is added, also where the processor could do both
+# at once.
+target_compile_options(velmo_settings INTERFACE -ffp-contract=off)
+
 # Host callbacks are functions of many shapes behind one pointer type, so casting them is the API's own way. g++ 12 sees
 # an overlap in its own std::string wherever a literal and a string are added; g++ 13 no longer does.
 target_compile_options(velmo_settings INTERFACE

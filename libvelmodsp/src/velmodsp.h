@@ -18,6 +18,7 @@
 #include "dsp/VelmoDspMultiDownsampler.h"
 #include "dsp/VelmoDspMultiFixNaN.h"
 #include "dsp/VelmoDspMultiUpsampler.h"
+#include "dsp/VelmoDspResamplingKernels.h"
 #include "dsp/VelmoDspSignalProcessing.h"
 #include "files/VelmoDspFile.h"
 #include "files/VelmoDspFileHandle.h"

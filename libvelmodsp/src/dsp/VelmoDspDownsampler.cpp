@@ -16,37 +16,18 @@ Downsampler* Downsampler::Create(unsigned int taps) {
 }
 
 void Downsampler3Taps::Process(float* out, const float* in, unsigned int numOutputFrames) {
-    for (unsigned int i = 0; i < numOutputFrames; ++i) {
-        const float even = in[2 * i];
-        const float oddQuarter = 0.25f * in[2 * i + 1];
-        out[i] = lastQuarter + 0.5f * even + oddQuarter;
-        lastQuarter = oddQuarter;
-    }
+    lastQuarter = ResamplingKernels::Active().decimate3(out, in, numOutputFrames, lastQuarter);
 }
 
-// The even samples' response is cK ... c1 c1 ... cK, one coefficient an output, starting with the current one; an odd
-// sample reaches only the output K places later, times c0. K = NumSideCoefficients.
 template <unsigned int Taps>
 void HalfBandDownsampler<Taps>::Process(float* out, const float* in, unsigned int numOutputFrames) {
-    constexpr unsigned int K = NumSideCoefficients;
-    for (unsigned int i = 0; i < numOutputFrames; ++i) {
-        const float even = in[2 * i];
-        const float odd = in[2 * i + 1];
-        std::array<float, K> products;  // cK x ... c1 x
-        for (unsigned int k = 0; k < K; ++k) products[k] = coefficients[K - k] * even;
-
-        out[i] = outputsToCome[0] + products[0];
-        for (unsigned int k = 1; k < Taps; ++k) {
-            outputsToCome[k - 1] = outputsToCome[k] + products[k < K ? k : Taps - k];
-        }
-        outputsToCome[Taps - 1] = products[0];
-        outputsToCome[K - 1] += coefficients[0] * odd;
-    }
+    ResamplingKernels::Active().Decimate<Taps>()(out, in, numOutputFrames, filter);
 }
 
 template <unsigned int Taps>
 void HalfBandDownsampler<Taps>::Clear() {
-    outputsToCome.fill(0.0f);
+    filter.evens.fill(0.0f);
+    filter.odds.fill(0.0f);
 }
 
 Downsampler5Taps::Downsampler5Taps()

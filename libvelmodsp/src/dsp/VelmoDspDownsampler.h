@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include "dsp/VelmoDspResamplingKernels.h"
 
 namespace velmodsp {
 
@@ -50,7 +50,7 @@ private:
 ///     y[i] = c0 x[2i-N] + sum over k = 1..K of ck (x[2i-N+(2k-1)] + x[2i-N-(2k-1)])
 ///
 /// Every other tap but the centre is zero, so even input samples only meet the side coefficients and odd ones only the
-/// centre. The delay line is transposed: it holds the outputs to come, as far as they are known.
+/// centre.
 template <unsigned int Taps>
 class HalfBandDownsampler : public Downsampler {
 public:
@@ -58,16 +58,12 @@ public:
     void Clear() override;
 
 protected:
-    static constexpr unsigned int NumSideCoefficients = (Taps + 1) / 2;
-
-    /// The centre's coefficient, then those beside it outwards; those beside it add up to a quarter.
-    using Coefficients = std::array<float, NumSideCoefficients + 1>;
-
-    explicit HalfBandDownsampler(const Coefficients& filter) : Downsampler(Taps), coefficients(filter) {}
+    /// @param coefficients the centre's, then those beside it outwards; those beside it add up to a quarter
+    explicit HalfBandDownsampler(const decltype(HalfBandFilter<Taps>::coefficients)& coefficients)
+        : Downsampler(Taps), filter{coefficients} {}
 
 private:
-    const Coefficients coefficients;
-    std::array<float, Taps> outputsToCome{};
+    HalfBandFilter<Taps> filter;
 };
 
 /// Delay 5 input samples.
