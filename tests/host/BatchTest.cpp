@@ -307,9 +307,14 @@ TEST_F(ThreadsBatch, ManyFilesAtOnceGiveWhatEachGivesAlone) {
         options.files.push_back(Write(name + ".wav", Wav(samples, 1 + i % 3)));
     }
     options.jobs = 4;
+    options.report = folder / "report.html";
     const std::string printed = Repair();
     EXPECT_EQ(status, 0) << errors;
     EXPECT_THAT(printed, HasSubstr("24 files: 18 repaired, 6 clean\n"));
+    const std::string report = ::ReadBytes(*options.report);
+    std::size_t numFigures = 0;
+    for (std::size_t at = 0; (at = report.find("<figure", at)) != std::string::npos; ++at) ++numFigures;
+    EXPECT_EQ(numFigures, 18u);
     std::size_t last = 0;
     for (unsigned i = 1; i <= 24; ++i) {
         const std::size_t at = printed.find("take" + std::to_string(i) + ".wav: ");

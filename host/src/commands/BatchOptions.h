@@ -21,8 +21,9 @@ struct BatchOptions {
 struct RepairOptions : BatchOptions {
     std::optional<std::string> output;  ///< file or folder for what is written; default: beside the source
     RepairMode mode;
-    bool overwrite = false;          ///< whether existing files may be replaced
-    std::vector<std::string> paths;  ///< --path: searched for plug-ins first
+    std::optional<std::string> report;  ///< HTML file for people
+    bool overwrite = false;             ///< whether existing files may be replaced
+    std::vector<std::string> paths;     ///< --path: searched for plug-ins first
 };
 
 }  // namespace velmohost

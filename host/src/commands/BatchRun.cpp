@@ -85,7 +85,7 @@ void BatchRun::DoFile(std::size_t file, const Job& job) {
     progress.Set(file, 1.0);
 }
 
-const std::vector<FileOutcome>& BatchRun::Do(const Job& job, const Format& format) {
+void BatchRun::Do(const Job& job, const Format& format) {
     Progress display(options.quiet);
     const Interruption interruption;
     OutcomePrinter printer(outcomes, format);
@@ -98,7 +98,6 @@ const std::vector<FileOutcome>& BatchRun::Do(const Job& job, const Format& forma
                   if (interruption.Requested()) throw std::runtime_error("interrupted");
                   display.ShowText(progress.Text());
               }});
-    return outcomes;
 }
 
 void BatchRun::Finish() {

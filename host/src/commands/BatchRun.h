@@ -33,12 +33,13 @@ public:
 
     /// Does all files and prints what became of them. Main thread; blocks.
     /// @throws std::runtime_error when the user interrupts it
-    const std::vector<FileOutcome>& Do(const Job& job, const Format& format);
+    void Do(const Job& job, const Format& format);
 
     /// Writes the JSON file, when one is asked for, and sums up several files.
     /// @throws SoundError
     void Finish();
 
+    const std::vector<FileOutcome>& Outcomes() const { return outcomes; }
     bool AnyHas(FileOutcome::Status status) const;
 
 private:

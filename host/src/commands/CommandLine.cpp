@@ -149,6 +149,8 @@ CLI::App& AddRepair(CLI::App& app, RepairOptions& options) {
         ->type_name("X")
         ->check(FiniteSample())
         ->capture_default_str();
+    repair.add_option("--report", options.report, "HTML page to write, with the waveforms before and after")
+        ->type_name("FILE");
     repair.add_flag("--overwrite", options.overwrite, "replace existing files; they go to the trash");
     AddPathOption(repair, options.paths);
     repair.footer(

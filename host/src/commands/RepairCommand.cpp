@@ -1,14 +1,20 @@
 #include "commands/RepairCommand.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <locale>
 #include <memory>
 #include <mutex>
 #include <set>
+#include <sstream>
 
 #include "batch/FileRepair.h"
 #include "commands/BatchRun.h"
 #include "commands/RepairOutputs.h"
+#include "report/ReportPage.h"
 #include "sound/SoundError.h"
+#include "sound/TextFile.h"
+#include "utils/VelmoDspDate.h"
 
 namespace velmohost {
 namespace {
@@ -16,11 +22,17 @@ namespace {
 namespace fs = std::filesystem;
 using Status = FileOutcome::Status;
 
+constexpr std::size_t kMaxPictures = 1000;  // more would make a page that browsers scroll badly
+
 /// Scans a file, and repairs it when it is damaged. Its jobs run on several threads.
 class Repair {
 public:
     Repair(const RepairOptions& repairOptions, BatchRun& batchRun)
-        : options(repairOptions), run(batchRun), outputs(ChooseOutputs(options, run.Files())), host(options.paths) {
+        : options(repairOptions),
+          run(batchRun),
+          outputs(ChooseOutputs(options, run.Files())),
+          host(options.paths),
+          pictures(run.Files().size()) {
         host.CreateBox(options.mode, 1);  // when there is no object, no file need be tried
     }
 
@@ -35,6 +47,9 @@ public:
         Stream(file, outcome);
         outcome.status = Status::Repaired;
     }
+
+    /// What the report draws of each file; empty without one.
+    const std::vector<std::vector<ChannelPicture>>& Pictures() const { return pictures; }
 
 private:
     /// An output is free for one file of the batch, unless it exists and must stay.
@@ -53,12 +68,30 @@ private:
     void Stream(std::size_t file, FileOutcome& outcome) {
         try {
             const std::unique_ptr<RepairObject, ObjectDeleter> object = CreateObject(outcome.scan);
-            outcome.replacedOlderFile =
-                RepairSoundFile(outcome.scan, *object, outcome.output,
-                                [this, file](double fraction) { run.SetProgress(file, 0.5 + fraction / 2.0); }, {});
+            if (options.report) pictures[file] = StartPictures(outcome.scan, ClaimPictures(outcome.scan));
+            outcome.replacedOlderFile = RepairSoundFile(
+                outcome.scan, *object, outcome.output,
+                [this, file](double fraction) { run.SetProgress(file, 0.5 + fraction / 2.0); },
+                [this, file](unsigned channel, const float* before, const float* after, unsigned long n) {
+                    for (ChannelPicture& picture : pictures[file]) {
+                        if (picture.Channel() == channel) picture.Add(before, after, n);
+                    }
+                });
         } catch (const std::exception& cause) {
+            pictures[file].clear();
             throw SoundError("cannot repair " + outcome.path + ": " + cause.what());
         }
+    }
+
+    /// How many pictures the file may have, of those that a page still takes.
+    std::size_t ClaimPictures(const FileScan& scan) {
+        const auto numDamaged =
+            static_cast<std::size_t>(std::count_if(scan.channels.begin(), scan.channels.end(),
+                                                   [](const BadSamples& channel) { return channel.NumBad() > 0; }));
+        const std::lock_guard lock(mutex);
+        const std::size_t number = std::min(numPicturesLeft, numDamaged);
+        numPicturesLeft -= number;
+        return number;
     }
 
     /// Objects come and go on the main thread.
@@ -83,9 +116,23 @@ private:
     BatchRun& run;
     const std::vector<std::string> outputs;
     RepairHost host;
-    std::mutex mutex;  // guards `claimed`
+    std::vector<std::vector<ChannelPicture>> pictures;  // for each file, made by its job
+    std::mutex mutex;                                   // guards what follows
     std::set<fs::path> claimed;
+    std::size_t numPicturesLeft = kMaxPictures;
 };
+
+/// "0.25", as people write it.
+std::string FormatValue(double value) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << value;
+    return text.str();
+}
+
+std::string DescribeReplacement(const RepairMode& mode) {
+    return mode.mode == "givenvalue" ? FormatValue(mode.replaceBy) : "the channel's last good sample";
+}
 
 }  // namespace
 
@@ -94,6 +141,10 @@ int RepairFiles(const RepairOptions& options) {
     Repair repair(options, run);
     run.Do([&repair](std::size_t file, FileOutcome& outcome) { repair.Do(file, outcome); }, FormatRepairOutcome);
     run.Finish();
+    if (options.report) {
+        const ReportHeading heading{velmodsp::Date::ToLocalText().Str(), DescribeReplacement(options.mode)};
+        WriteTextFile(*options.report, FormatReport(heading, run.Outcomes(), repair.Pictures()));
+    }
     return run.AnyHas(Status::Failed) ? 1 : 0;
 }
 
