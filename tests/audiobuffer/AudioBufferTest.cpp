@@ -158,6 +158,12 @@ TEST(AudioBuffer, TakesInterleavedFramesApart) {
     EXPECT_THAT(Channel(buffer, 2), ElementsAre(100, 200));
     buffer.SetSamplesFromInterleavedBuffer(std::vector<double>{0.1, 0.2, 0.3, 0.4}.data(), 2, 2);
     EXPECT_THAT(Channel(buffer, 1), ElementsAre(0.2f, 0.4f));
+    Samples frames(7 * 9999);
+    std::iota(frames.begin(), frames.end(), 0.0f);
+    buffer.SetSamplesFromInterleavedBuffer(frames.data(), 9999, 7);
+    for (unsigned int k = 0; k < 7; ++k) {
+        for (unsigned long i = 0; i < 9999; ++i) ASSERT_EQ(buffer.GetChannel(k)[i], frames[i * 7 + k]) << k << ' ' << i;
+    }
 }
 
 TEST(AudioBuffer, NoiseFillsTheRangeEvenly) {
