@@ -92,6 +92,7 @@ void SignalProcessing::ConfigureHalfRate(float hostSamplerate, unsigned int host
     Clear();
     halfRateInput.Resize(numInputs, hostBlockSize / 2);
     halfRateOutput.Resize(numOutputs, hostBlockSize / 2);
+    halfRateInput.Zero();  // memory that nobody has written to is not there yet
     halfRateOutput.Zero();
     if (!downsampler) downsampler = std::make_unique<MultiDownsampler>(numInputs, HalfRateTaps);
     if (!upsampler) upsampler = std::make_unique<MultiUpsampler>(numOutputs);
