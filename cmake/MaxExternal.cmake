@@ -27,6 +27,9 @@ function(velmo_add_external target class)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/external_exports.map)
     target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
+    # What the object itself calls, posting from the audio thread above all, is found when the plug-in is loaded. What
+    # the toolkit calls is found when it is needed, so that a host may lack some of it.
+    target_compile_options(${target} PRIVATE -fno-plt)
   endif()
 endfunction()
 

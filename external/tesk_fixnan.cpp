@@ -3,6 +3,7 @@
 
 #include "TeskCatalogue.h"
 
+#include "rehearsal.h"
 #include "tesk_fixnan.h"
 
 #include <algorithm>
@@ -172,7 +173,7 @@ void setMode(tesk_fixnan_t* x, const t_atom* value) {
 }  // namespace
 
 void MultiFixNaNListener::NaNOccured(const String& channelName) {
-    object_error(asObject(owner), "NaN occured in %s", channelName.C_Str());
+    if (owner) object_error(asObject(owner), "NaN occured in %s", channelName.C_Str());
 }
 
 void tesk_fixnan_setup() noexcept {
@@ -227,6 +228,7 @@ void post_dsp_inlets_outlets_status(tesk_fixnan_t* x) {
 void tesk_fixnan_dsp(tesk_fixnan_t* x, t_object* dsp64, short* count, double samplerate, long maxvectorsize, long) {
     configure(x, static_cast<float>(samplerate), static_cast<std::uint32_t>(std::max(maxvectorsize, 0L)));
     Guarded(x, [&] { x->engine->SetInletsAndOutletsStatus(count); });
+    Guarded(x, tesk_fixnan_rehearse);
     object_method(dsp64, velmomax::CommonSymbol(velmomax::SlotOf("dsp_add64")), x, tesk_fixnan_perform, 0, nullptr);
 }
 

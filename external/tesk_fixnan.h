@@ -17,7 +17,7 @@ struct tesk_fixnan_t;
 /// Posts the first bad sample of a channel in the name of the object that it reports for. Audio thread.
 class MultiFixNaNListener : public velmodsp::FixNaNListener {
 public:
-    /// @param objectToReportFor not owned; outlives the listener
+    /// @param objectToReportFor not owned; outlives the listener; null to keep silent
     explicit MultiFixNaNListener(tesk_fixnan_t* objectToReportFor) : owner(objectToReportFor) {}
 
     void NaNOccured(const velmodsp::String& channelName) override;

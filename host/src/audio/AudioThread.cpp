@@ -1,8 +1,22 @@
 #include "audio/AudioThread.h"
 
+#include <array>
+#include <cstddef>
+
 #include "audio/DspChain.h"
 
 namespace velmohost {
+namespace {
+
+/// Has the system provide the first pages of the calling thread's stack, which it otherwise does when they are used.
+void TouchStack() {
+    constexpr std::size_t numBytes = 65536;  // perform routines that need more bring their own memory
+    constexpr std::size_t smallestPage = 4096;
+    std::array<volatile char, numBytes> stack;
+    for (std::size_t i = 0; i < numBytes; i += smallestPage) stack[i] = 0;
+}
+
+}  // namespace
 
 AudioThread::AudioThread(DspChain& dspChain) : chain(dspChain), thread([this] { Run(); }) {}
 
@@ -25,6 +39,7 @@ void AudioThread::Order(unsigned long numVectors) {
 }
 
 void AudioThread::Run() {
+    TouchStack();
     for (std::uint32_t served = 0;; ++served) {
         ordersGiven.wait(served, std::memory_order_acquire);
         if (orderedVectors == 0) return;
