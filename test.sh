@@ -1,6 +1,6 @@
 #!/bin/sh
 # From a bare machine to all tests passed: installs what is needed, then builds and tests
-#   release  as it is shipped, each area of the library compiled as one unit
+#   release  as it is shipped, each area of the library compiled as one unit; its audio thread held to real time
 #   debug    file by file
 #   asan     address and undefined-behaviour sanitizers
 #   tsan     thread sanitizer, the tests with more than one thread

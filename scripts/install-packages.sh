@@ -7,6 +7,7 @@ packages="
     cmake ninja-build g++ binutils
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
+    libclang-rt-19-dev
     alsa-utils chromium
 "
 

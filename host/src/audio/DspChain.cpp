@@ -9,6 +9,7 @@
 #include "core/Messages.h"
 #include "core/Objects.h"
 #include "core/PluginCall.h"
+#include "realtime/RealtimeContext.h"
 
 namespace velmohost {
 namespace {
@@ -95,6 +96,7 @@ const double* DspChain::OutletSamples(unsigned outlet) const noexcept { return o
 
 void DspChain::ProcessVectors(unsigned long numVectors) noexcept {
     for (unsigned long index = 0; index < numVectors; ++index) {
+        const RealtimeContext realtime;
         PointAtVector(index);
         if (RunEntries()) continue;
         for (double* out : outs) std::fill_n(out, vectorSize, 0.0);

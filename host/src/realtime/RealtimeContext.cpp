@@ -1,0 +1,9 @@
+#include "realtime/RealtimeContext.h"
+
+namespace velmohost {
+
+RealtimeContext::RealtimeContext() noexcept = default;
+
+RealtimeContext::~RealtimeContext() = default;
+
+}  // namespace velmohost
