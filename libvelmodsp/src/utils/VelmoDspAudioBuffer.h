@@ -159,6 +159,8 @@ public:
     /// @return false when the format or the file is refused, for a reason that the console log has, or writing fails
     virtual bool SaveAsAudioFile(const File& file, double sampleRate, int bitsPerSample, bool overwrite) const;
     virtual bool SaveAsAudioFile(const File& file, double sampleRate, bool overwrite) const;
+    /// A depth without the flag is a slip: it would count as the flag.
+    bool SaveAsAudioFile(const File& file, double sampleRate, int bitsPerSample) const = delete;
 
     /// Resizes to the sound file's channels and length and reads all of it.
     /// @return false when there is no such file or no reader for it, for a reason that the console log has (the buffer
