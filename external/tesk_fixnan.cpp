@@ -37,8 +37,8 @@ std::string buildDate() {
 
 std::string versionText() {
     char text[64];
-    std::snprintf(text, sizeof text, "%d.%d.%d (Build %s) (%d bits float)", 4, 7, 7, buildDate().c_str(),
-                  velmodsp::ApiInfos::GetFloatingPointPrecision());
+    std::snprintf(text, sizeof text, "%d.%d.%d (Build %s) (%d bits float)", VELMO_VERSION_MAJOR, VELMO_VERSION_MINOR,
+                  VELMO_VERSION_PATCH, buildDate().c_str(), velmodsp::ApiInfos::GetFloatingPointPrecision());
     return text;
 }
 

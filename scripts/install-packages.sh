@@ -8,7 +8,9 @@ packages="
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
     libclang-rt-19-dev
-    alsa-utils chromium
+    chromium
+    librsvg2-bin python3
+    alsa-utils
 "
 
 missing=""
