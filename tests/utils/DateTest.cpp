@@ -19,20 +19,16 @@ TEST(Date, WritesUniversalTime) {
     EXPECT_EQ(Date::ToUtcText(At(1709251199)), "2024-02-29T23:59:59Z");
     EXPECT_EQ(Date::ToUtcText(At(4107542399)), "2100-02-28T23:59:59Z");
     EXPECT_EQ(Date::ToUtcText(At(4107542400)), "2100-03-01T00:00:00Z");
-    EXPECT_EQ(Date::ToUtcText(At(-2203891200)), "1900-03-01T00:00:00Z");
-}
-
-TEST(Date, DropsPartsOfASecond) {
-    EXPECT_EQ(Date::ToUtcText(At(59) + milliseconds(999)), "1970-01-01T00:00:59Z");
+    // Parts of a second are dropped, also before 1970.
+    EXPECT_EQ(Date::ToUtcText(At(60) - milliseconds(1)), "1970-01-01T00:00:59Z");
     EXPECT_EQ(Date::ToUtcText(At(0) - milliseconds(1)), "1969-12-31T23:59:59Z");
 }
 
 TEST(Date, TellsThePresentUnlessAnotherTimeIsGiven) {
     const String before = Date::ToUtcText(std::chrono::system_clock::now());
     const String now = Date::ToUtcText();
-    const String after = Date::ToUtcText(std::chrono::system_clock::now());
     EXPECT_LE(before.Compare(now), 0);
-    EXPECT_LE(now.Compare(after), 0);
+    EXPECT_LE(now.Compare(Date::ToUtcText(std::chrono::system_clock::now())), 0);
 }
 
 #ifndef _WIN32  // where the variable TZ rules
