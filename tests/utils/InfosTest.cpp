@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "support/FileBytes.h"
+#include "support/OutputOf.h"
 
 namespace velmodsp {
 namespace {
@@ -16,20 +16,11 @@ TEST(Infos, KeepTheFactsThatTextsAreMadeOf) {
 }
 
 #ifdef __linux__
-/// What a shell command prints, without the line break at the end.
-std::string OutputOf(const char* command) {
-    std::string output;
-    FILE* pipe = popen(command, "r");
-    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe)) output += static_cast<char>(byte);
-    pclose(pipe);
-    if (!output.empty()) output.pop_back();
-    return output;
-}
-
 TEST(SystemInfos, TellTheSystemAndTheMachine) {
-    EXPECT_EQ(SystemInfos::GetOperatingSystemName(), OutputOf(". /etc/os-release; echo \"$PRETTY_NAME\"").c_str());
-    EXPECT_EQ(SystemInfos::GetArchitecture(), OutputOf("uname -m").c_str());
-    EXPECT_EQ(std::to_string(SystemInfos::GetNumLogicalCores()), OutputOf("grep -c ^processor /proc/cpuinfo"));
+    EXPECT_EQ(SystemInfos::GetOperatingSystemName(), OutputOf(". /etc/os-release; printf %s \"$PRETTY_NAME\"").c_str());
+    EXPECT_EQ(SystemInfos::GetArchitecture(), OutputOf("printf $(uname -m)").c_str());
+    EXPECT_EQ(std::to_string(SystemInfos::GetNumLogicalCores()),
+              OutputOf("printf $(grep -c ^processor /proc/cpuinfo)"));
 
     const std::string processor = SystemInfos::GetProcessorName().Str();
     EXPECT_NE(ReadBytes("/proc/cpuinfo").find(": " + processor + "\n"), std::string::npos) << processor;
