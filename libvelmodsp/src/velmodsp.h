@@ -19,6 +19,7 @@
 #include "dsp/VelmoDspMultiFixNaN.h"
 #include "dsp/VelmoDspMultiUpsampler.h"
 #include "dsp/VelmoDspResamplingKernels.h"
+#include "dsp/VelmoDspSharedWord.h"
 #include "dsp/VelmoDspSignalProcessing.h"
 #include "files/VelmoDspFile.h"
 #include "files/VelmoDspFileHandle.h"
