@@ -7,7 +7,7 @@
 #     bench/run.sh audiofile          one area: bench/AudioFileBench.cpp
 #     bench/run.sh -r 3 -f noise      fewer repetitions; only the cases whose name contains "noise" (a regular expression)
 #
-# Raw figures stay in build/release/bench/results/AREA.json.
+# Raw figures stay in build/release/bench/results/AREA.json. Exit status: 0 done, 1 something failed, 2 wrong usage.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -59,3 +59,4 @@ if [ -z "$files" ]; then
     exit 2
 fi
 jq -r -f bench/table.jq $files
+! grep -q '"error_occurred": true' $files

@@ -17,12 +17,13 @@ struct HalfBandFilter {
 
     /// The centre's, then those beside it outwards.
     std::array<float, NumSideCoefficients + 1> coefficients;
-    /// The last even and odd input samples, the newest at the end. Of the evens the filter needs N, of the odds K.
+    /// The last even and odd input samples, the newest at the end. The filter needs N evens and K odds; what is older may
+    /// be anything.
     std::array<float, NumEvens> evens{};
     std::array<float, NumOdds> odds{};
 };
 
-/// The inner loops of the resamplers for one channel, written once for every instruction set. All of them add in one
+/// The inner loops of the resamplers for one channel, in a version for every instruction set. All versions add in one
 /// fixed order, from the oldest input sample to the newest, with every product rounded before it is added; so they give
 /// the same bits for the same input, however it is cut into blocks. (Of a NaN only that it is one.)
 ///
