@@ -21,7 +21,13 @@ std::uint32_t Product(std::uint32_t xBits, float y) {
 TEST(Denormals, AreFlushedUntilTheScopeEnds) {
     if (FloatingPointControl::FlushDenormalsBits == 0) GTEST_SKIP() << "no control word on this processor";
     const ScopedFloatingPointControl restoreForOtherTests;
-    FloatingPointControl::Set(FloatingPointControl::Get() & ~FloatingPointControl::FlushDenormalsBits);
+    const auto bits = FloatingPointControl::FlushDenormalsBits, keeping = FloatingPointControl::Get() & ~bits;
+    for (const auto oneBit : {bits & (bits - 1), bits & ~(bits - 1)}) {  // results alone, operands alone
+        FloatingPointControl::Set(keeping | oneBit);
+        Denormals::TurnOff();
+        EXPECT_EQ(FloatingPointControl::Get() & bits, bits);
+    }
+    FloatingPointControl::Set(keeping);
     ASSERT_EQ(Product(SmallestNormal, 0.5f), HalfOfSmallestNormal);
     {
         const ScopedFloatingPointControl restoreAtEnd;

@@ -6,6 +6,8 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <functional>
+#include <stdexcept>
 
 #include "support/Block.h"
 
@@ -87,6 +89,47 @@ TEST(FixNaN, ReportsTheFirstBadSampleOnceToEveryListenerInOrder) {
     repair.Rearm();
     Repair(repair, {NAN, NAN});
     EXPECT_EQ(heard.size(), 4u);
+}
+
+/// Does to the repairer what a test wants, in the middle of a block.
+struct Actor : FixNaNListener {
+    explicit Actor(std::function<void()> whatToDo) : act(std::move(whatToDo)) {}
+    void NaNOccured(const String&) override { act(); }
+    std::function<void()> act;
+};
+
+TEST(FixNaN, TakesWhatListenersSetFromTheirBadSampleOn) {
+    for (const std::size_t first : {0u, 1u, 7u, 8u, 21u, 37u}) {
+        FixNaN repair;
+        repair.SetMode("givenvalue");
+        float value = 0;
+        Actor setNextValue([&] {
+            repair.SetReplacementValue(value += 1);
+            if (value < 3) repair.Rearm();
+        });
+        repair.AddListener(&setNextValue);
+        Samples in(50, 0.5f);
+        for (const std::size_t bad : {first, first + 1, first + 4, first + 9, first + 12}) in[bad] = NAN;
+        Samples expected(50, 0.5f);
+        expected[first] = 1;
+        expected[first + 1] = 2;
+        for (const std::size_t bad : {first + 4, first + 9, first + 12}) expected[bad] = 3;
+        EXPECT_EQ(Repair(repair, in), expected) << first;
+    }
+}
+
+TEST(FixNaN, LosesNothingToAListenerThatThrows) {
+    FixNaN repair;
+    Actor thrower([] { throw std::runtime_error("on purpose"); });
+    repair.AddListener(&thrower);
+    Samples block(40, 0.5f);
+    block[30] = 0.25f;
+    block[31] = NAN;
+    EXPECT_THROW(repair.Process(block.data(), block.data(), block.size()), std::runtime_error);
+    EXPECT_EQ(Repair(repair, {NAN, NAN}), (Samples{0.25f, 0.25f})) << "the report has been made";
+    repair.Rearm();
+    EXPECT_THROW(Repair(repair, {0.75f, NAN}), std::runtime_error);
+    EXPECT_EQ(Repair(repair, {NAN}), Samples{0.75f});
 }
 
 TEST(FixNaN, IsMutedWhileItsInletIsUnconnected) {

@@ -1,22 +1,9 @@
 #include "dsp/VelmoDspFixNaN.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstdint>
 #include <map>
 
 namespace velmodsp {
-
-namespace {
-
-/// True unless the exponent's bits are all set, which marks NaN and infinity. A test on the bits holds whatever a
-/// compiler assumes about NaN and costs the same for subnormals.
-bool IsFinite(float x) {
-    constexpr std::uint32_t ExponentBits = 0x7f800000u;
-    return (std::bit_cast<std::uint32_t>(x) & ExponentBits) != ExponentBits;
-}
-
-}  // namespace
 
 FixNaN::FixNaN() : SignalProcessing(1, 1) {}
 
@@ -28,47 +15,24 @@ void FixNaN::Process(float** outs, const float** ins, unsigned long n) {
     }
 }
 
-void FixNaN::Process(float* out, const float* in, unsigned long n) {
-    switch (mode.Load()) {
-        case GivenValue:
-            ReplaceByGivenValue(out, in, n);
-            break;
-        case LastValue:
-            ReplaceByLastValue(out, in, n);
-            break;
-    }
-}
-
-void FixNaN::ReplaceByGivenValue(float* out, const float* in, unsigned long n) {
-    for (unsigned long i = 0; i < n; ++i) {
-        const float x = in[i];
-        if (IsFinite(x)) {
-            out[i] = x;
-        } else {
-            Report();
-            out[i] = replacementValue.Load();
+// `in` begins with a bad sample. Whether another is to be reported is asked once for each: asked again it could have
+// become so meanwhile, before a sample that is finite.
+void FixNaN::RepairAndReport(Mode blockMode, float* out, const float* in, unsigned long n) {
+    unsigned long i = 0;
+    do {
+        Report();
+        Repair(blockMode, out + i, in + i, 1);
+        ++i;
+        if (!notifyPending.Load()) {
+            Repair(blockMode, out + i, in + i, n - i);
+            return;
         }
-    }
-}
-
-void FixNaN::ReplaceByLastValue(float* out, const float* in, unsigned long n) {
-    float last = lastValue;  // in a register: `out` might alias the field
-    for (unsigned long i = 0; i < n; ++i) {
-        const float x = in[i];
-        if (IsFinite(x)) {
-            last = x;
-        } else {
-            lastValue = last;  // so that a listener that throws loses nothing
-            Report();
-        }
-        out[i] = last;
-    }
-    lastValue = last;
+        i += PassFinite(blockMode, out + i, in + i, n - i);
+    } while (i < n);
 }
 
 // Disarms first: a `Rearm` that comes while the listeners are told must not be lost.
 void FixNaN::Report() {
-    if (!notifyPending.Load()) return;
     notifyPending.Store(false);
     for (FixNaNListener* listener : listeners) listener->NaNOccured(name);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dsp/VelmoDspFixNaNListener.h"
+#include "dsp/VelmoDspSampleKernels.h"
 #include "dsp/VelmoDspSharedWord.h"
 #include "dsp/VelmoDspSignalProcessing.h"
 #include "math/VelmoDspVector.h"
@@ -31,8 +32,9 @@ public:
     void Process(float** outs, const float** ins, unsigned long n) override;
 
     /// Repairs `in[0]` to `in[n - 1]` into `out`, which may be the same buffer, whatever the connection flags say. A
-    /// mode set meanwhile counts from the next call, a replacement value from the next bad sample. Audio thread;
-    /// real-time safe as far as the listeners are: it throws only what a listener throws.
+    /// mode set meanwhile counts from the next call. So does what another thread sets, at the latest; what a listener
+    /// sets counts at once, a replacement value from the bad sample that it is told of. Audio thread; real-time safe as
+    /// far as the listeners are: it throws only what a listener throws.
     void Process(float* out, const float* in, unsigned long n);
 
     /// Chooses the mode by its text: "givenvalue", and "lastvalue" or any other text. Any thread but the audio thread
@@ -59,8 +61,9 @@ public:
     void RemoveListener(FixNaNListener* listener);
 
 private:
-    void ReplaceByGivenValue(float* out, const float* in, unsigned long n);
-    void ReplaceByLastValue(float* out, const float* in, unsigned long n);
+    unsigned long PassFinite(Mode blockMode, float* out, const float* in, unsigned long n);
+    void Repair(Mode blockMode, float* out, const float* in, unsigned long n);
+    void RepairAndReport(Mode blockMode, float* out, const float* in, unsigned long n);
     void Report();
 
     SharedWord<float> replacementValue{0.0f};  // written by any thread
@@ -70,5 +73,33 @@ private:
     Vector<FixNaNListener*> listeners;         // written while audio is stopped
     SharedWord<bool> notifyPending{true};      // set by any thread, cleared by the audio thread
 };
+
+// What follows is all that most blocks need, and in the header because in short blocks of many channels a call shows.
+
+inline void FixNaN::Process(float* out, const float* in, unsigned long n) {
+    const Mode blockMode = mode.Load();
+    if (blockMode != GivenValue && blockMode != LastValue) return;
+    if (!notifyPending.Load()) {
+        Repair(blockMode, out, in, n);
+    } else {
+        const unsigned long passed = PassFinite(blockMode, out, in, n);
+        if (passed < n) RepairAndReport(blockMode, out + passed, in + passed, n - passed);
+    }
+}
+
+inline unsigned long FixNaN::PassFinite(Mode blockMode, float* out, const float* in, unsigned long n) {
+    const unsigned long passed = SampleKernels::Active().passFinite(out, in, n);
+    if (passed > 0 && blockMode == LastValue) lastValue = out[passed - 1];
+    return passed;
+}
+
+inline void FixNaN::Repair(Mode blockMode, float* out, const float* in, unsigned long n) {
+    const SampleKernels& kernels = SampleKernels::Active();
+    if (blockMode == GivenValue) {
+        kernels.replaceByGivenValue(out, in, n, replacementValue.Load());
+    } else {
+        lastValue = kernels.replaceByLastValue(out, in, n, lastValue);
+    }
+}
 
 }  // namespace velmodsp

@@ -39,11 +39,13 @@ void MaxMspAutoMute::SetNumInputsAndOutputs(unsigned int numInputs, unsigned int
     ResizeVector(silentSamples, numInputs);
     ResizeVector(outletFlags, numOutputs);
     ResizeVector(inletFlags, numInputs);  // last: its size is the number of inlets, should one of the others fail
+    UpdateOutletConnected();
 }
 
 void MaxMspAutoMute::SetInletsAndOutletsStatus(const short* count) {
     std::copy_n(count, inletFlags.Size(), inletFlags.begin());
     std::copy_n(count + inletFlags.Size(), outletFlags.Size(), outletFlags.begin());
+    UpdateOutletConnected();
 }
 
 void MaxMspAutoMute::SetSamplerate(float newSamplerate) {
@@ -57,11 +59,15 @@ void MaxMspAutoMute::SetSamplerate(float newSamplerate) {
 }
 
 void MaxMspAutoMute::Process(const float** ins, unsigned long n) noexcept {
-    const bool detectSilence = enabled.Load();
-    for (unsigned int k = 0; k < NumInlets(); ++k) {
-        if (!detectSilence) {
-            activeFlags[k].Store(inletFlags[k]);
-        } else if (!IsConnected(inletFlags[k])) {
+    const unsigned int numInlets = NumInlets();
+    if (!enabled.Load()) {
+        const short* connected = inletFlags.Data();
+        SharedWord<short>* active = activeFlags.Data();
+        for (unsigned int k = 0; k < numInlets; ++k) active[k].Store(connected[k]);
+        return;
+    }
+    for (unsigned int k = 0; k < numInlets; ++k) {
+        if (!IsConnected(inletFlags[k])) {
             activeFlags[k].Store(0);
         } else {
             UpdateActivity(k, ins[k], n);
@@ -105,8 +111,8 @@ void MaxMspAutoMute::UpdateThresholdInSamples() noexcept {
     }
 }
 
-bool MaxMspAutoMute::AtLeastOneOutletConnected() const noexcept {
-    return std::any_of(outletFlags.begin(), outletFlags.end(), IsConnected);
+void MaxMspAutoMute::UpdateOutletConnected() noexcept {
+    outletConnected = std::any_of(outletFlags.begin(), outletFlags.end(), IsConnected);
 }
 
 unsigned int MaxMspAutoMute::GetNumActiveInlets() const noexcept {

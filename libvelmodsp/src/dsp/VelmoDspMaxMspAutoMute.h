@@ -63,7 +63,7 @@ public:
     bool IsChannelConnected(unsigned int k) const noexcept { return IsInletConnected(k) && activeFlags[k].Load() > 0; }
 
     /// Whether any outlet has a patch cord. Any thread; real-time safe.
-    bool AtLeastOneOutletConnected() const noexcept;
+    bool AtLeastOneOutletConnected() const noexcept { return outletConnected; }
 
     /// Number of inlets that were active after the last block. Any thread; real-time safe.
     unsigned int GetNumActiveInlets() const noexcept;
@@ -78,6 +78,7 @@ public:
 private:
     void UpdateActivity(unsigned int k, const float* in, unsigned long n) noexcept;
     void UpdateThresholdInSamples() noexcept;
+    void UpdateOutletConnected() noexcept;
     unsigned int NumInlets() const noexcept { return static_cast<unsigned int>(inletFlags.Size()); }
     bool IsEveryConnectedInletInactive() const noexcept;
     std::uint64_t SilentMilliseconds() const noexcept;
@@ -85,6 +86,7 @@ private:
     // Written while audio is stopped, read by any thread.
     Vector<short> inletFlags;
     Vector<short> outletFlags;
+    bool outletConnected = false;  // one of them, at least
     // Written by the audio thread, read by any.
     Vector<SharedWord<short>> activeFlags;
     Vector<SharedWord<std::uint64_t>> silentSamples;
