@@ -27,25 +27,36 @@ AudioThread::~AudioThread() {
 
 void AudioThread::Perform(unsigned long numVectors) {
     if (numVectors == 0) return;
-    const std::uint32_t before = ordersDone.load(std::memory_order_relaxed);
     Order(numVectors);
-    ordersDone.wait(before, std::memory_order_acquire);
+    WaitUntil(false);
 }
 
 void AudioThread::Order(unsigned long numVectors) {
-    orderedVectors = numVectors;
-    ordersGiven.fetch_add(1, std::memory_order_release);
-    ordersGiven.notify_one();
+    {
+        const std::lock_guard lock(mutex);
+        orderedVectors = numVectors;
+        ordered = true;
+    }
+    changed.notify_one();
+}
+
+/// Not by `std::atomic::wait`: in g++ 12 it can sleep on after the notification on systems without a futex.
+void AudioThread::WaitUntil(bool isOrdered) {
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [&] { return ordered == isOrdered; });
 }
 
 void AudioThread::Run() {
     TouchStack();
-    for (std::uint32_t served = 0;; ++served) {
-        ordersGiven.wait(served, std::memory_order_acquire);
+    for (;;) {
+        WaitUntil(true);
         if (orderedVectors == 0) return;
         chain.ProcessVectors(orderedVectors);
-        ordersDone.store(served + 1, std::memory_order_release);
-        ordersDone.notify_one();
+        {
+            const std::lock_guard lock(mutex);
+            ordered = false;
+        }
+        changed.notify_one();
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <atomic>
-#include <cstdint>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 namespace velmohost {
@@ -27,13 +27,15 @@ public:
 
 private:
     void Order(unsigned long numVectors);
+    void WaitUntil(bool isOrdered);
     void Run();
 
     DspChain& chain;
-    unsigned long orderedVectors = 0;           // handed over by `ordersGiven`; 0 ends the thread
-    std::atomic<std::uint32_t> ordersGiven{0};  // written by the main thread
-    std::atomic<std::uint32_t> ordersDone{0};   // written by the audio thread
-    std::thread thread;                         // last: it uses all of the above
+    std::mutex mutex;  // of the order
+    std::condition_variable changed;
+    bool ordered = false;              // whether there is an order that is not carried out
+    unsigned long orderedVectors = 0;  // 0 ends the thread
+    std::thread thread;                // last: it uses all of the above
 };
 
 }  // namespace velmohost
