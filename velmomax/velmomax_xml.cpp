@@ -1,9 +1,12 @@
+#include "platform/VelmoDspEnvironment.h"
+#include "platform/VelmoDspPathSyntax.h"
+
 #include "velmomax_xml.h"
 
-#include <cstdlib>
 #include <fstream>
 
 #include "velmomax_atoms.h"
+#include "velmomax_path.h"
 #include "velmomax_symbols.h"
 
 namespace velmomax {
@@ -25,17 +28,16 @@ std::string replace(const std::string& text, const std::string& from, const std:
 }
 
 /// The user's home directory as the environment tells it; empty when it does not.
-std::string homeDirectory() {
+velmodsp::String homeDirectory() {
+    using velmodsp::EnvironmentVariable;
     for (const char* variable : {"home", "HOME"}) {
-        if (const char* home = std::getenv(variable)) return home;
+        if (const auto home = EnvironmentVariable(variable)) return *home;
     }
     for (const char* variable : {"HOMESHARE", "HOMEDRIVE"}) {
-        const char* drive = std::getenv(variable);
-        if (!drive) continue;
-        const char* pathOnDrive = std::getenv("HOMEPATH");
-        return std::string(drive) + (pathOnDrive ? pathOnDrive : "");
+        if (const auto drive = EnvironmentVariable(variable))
+            return *drive + EnvironmentVariable("HOMEPATH").value_or("");
     }
-    return "";
+    return {};
 }
 
 // ---- what the class's arrays hold
@@ -129,8 +131,8 @@ void printMethod(std::ostream& stream, const MaxXmlDocumentation::MethodDescript
 }  // namespace
 
 void MaxXmlDocumentation::GenerateXmlDocumentation() const {
-    const std::string path = homeDirectory() + "/" + className() + ".maxref.xml";
-    std::ofstream page(path);
+    const std::string path = velmodsp::WithForwardSlashes(homeDirectory()).Str() + "/" + className() + ".maxref.xml";
+    std::ofstream page = OpenTextFile(path);
     if (!page) {
         object_error(object, "could not create %s", path.c_str());
         return;

@@ -1,8 +1,8 @@
 #include "files/VelmoDspFile.h"
 
-#include <cstdlib>
 #include <optional>
 
+#include "platform/VelmoDspEnvironment.h"
 #include "platform/VelmoDspFileSystem.h"
 #include "platform/VelmoDspHomeDirectory.h"
 #include "platform/VelmoDspPathSyntax.h"
@@ -61,9 +61,9 @@ String ChildOf(String path, String child) {
 
 /// The directory that a variable names. Nothing when it is not set, empty, or itself in terms of the home directory.
 std::optional<String> HomeDirectoryFromVariable(const char* name) {
-    const char* value = std::getenv(name);
-    if (value == nullptr) return std::nullopt;
-    String path(value);
+    const std::optional<String> value = EnvironmentVariable(name);
+    if (!value) return std::nullopt;
+    String path = *value;
     path.RemoveLeadingAndTrailingSpaces();
     if (path.IsEmpty() || (path.StartsWith('~') && !StartsWithUserName(path))) return std::nullopt;
     return File::parseAbsolutePath(path);

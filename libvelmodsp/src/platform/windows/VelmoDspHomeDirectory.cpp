@@ -1,17 +1,15 @@
 #include "platform/VelmoDspHomeDirectory.h"
 
-#include <cstdlib>
-
+#include "platform/VelmoDspEnvironment.h"
 #include "platform/VelmoDspFileSystem.h"
 #include "platform/VelmoDspPathSyntax.h"
-#include "platform/windows/VelmoDspWideText.h"
 
 namespace velmodsp {
 
 std::optional<String> HomeDirectoryOfCurrentUser() {
-    const wchar_t* profile = _wgetenv(L"USERPROFILE");
-    if (profile == nullptr || *profile == L'\0') return std::nullopt;
-    return WithForwardSlashes(FromWide(profile));
+    const std::optional<String> profile = EnvironmentVariable("USERPROFILE");
+    if (!profile || profile->IsEmpty()) return std::nullopt;
+    return WithForwardSlashes(*profile);
 }
 
 /// The profile folders of all users lie side by side.
