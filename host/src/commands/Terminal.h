@@ -3,8 +3,25 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
+#include <string>
+#include <vector>
 
 namespace velmohost {
+
+/// The arguments of the program, whose `main` got these, in UTF-8.
+std::vector<std::string> ReadArguments(int argc, char** argv);
+
+/// Has the program's terminal, if there is one, show UTF-8 text and obey escape sequences, for as long as it lives.
+class Utf8Terminal {
+public:
+    Utf8Terminal();
+    ~Utf8Terminal();
+    Utf8Terminal(const Utf8Terminal&) = delete;
+    Utf8Terminal& operator=(const Utf8Terminal&) = delete;
+
+private:
+    unsigned long encoding = 0, mode = 0;  // as they were; unused where terminals do so by themselves
+};
 
 /// Whether a stream such as `stdin` is a terminal, where somebody may type or read.
 bool IsTerminal(std::FILE* stream);

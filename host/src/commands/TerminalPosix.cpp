@@ -9,6 +9,12 @@
 
 namespace velmohost {
 
+std::vector<std::string> ReadArguments(int argc, char** argv) { return {argv, argv + argc}; }
+
+Utf8Terminal::Utf8Terminal() = default;
+
+Utf8Terminal::~Utf8Terminal() = default;
+
 bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) == 1; }
 
 bool WaitForInput(std::chrono::milliseconds limit) {
