@@ -16,7 +16,7 @@ const std::string pluginPath = std::string(VELMO_EXTERNALS_DIR) + "/tesk.fixnan~
 
 /// The names that the host exports to plug-ins, from the lists that its import libraries are made from.
 std::set<std::string> HostFunctions() {
-    const std::filesystem::path exports = VELMO_SOURCE_DIR "/host/exports";
+    const std::filesystem::path exports = VELMO_PROJECT_DIR "/host/exports";
     std::set<std::string> names;
     for (const char* list : {"MaxAPI.def", "MaxAudio.def"}) {
         std::ifstream file(exports / list);

@@ -22,7 +22,7 @@ TEST_F(ReferencePage, IsTheExpectedOneByteForByteAndReadsInAnXmlParser) {
     const std::string version = Send(*box, "version").at(0).substr(std::string("[post] tesk.fixnan~: Version ").size());
     EXPECT_THAT(version, testing::MatchesRegex("4\\.7\\.7 \\(Build [A-Z][a-z][a-z] [1-9][0-9]? 20[0-9][0-9]\\) "
                                                "\\(32 bits float\\)"));
-    std::string expected = ReadBytes(VELMO_SOURCE_DIR "/tests/external/tesk.fixnan~.maxref.xml");
+    std::string expected = ReadBytes(VELMO_PROJECT_DIR "/tests/external/tesk.fixnan~.maxref.xml");
     const std::string place = "{VERSION}";
     ASSERT_NE(expected.find(place), expected.npos);
     expected.replace(expected.find(place), place.size(), version);
