@@ -17,8 +17,8 @@ struct HalfBandFilter {
 
     /// The centre's, then those beside it outwards.
     std::array<float, NumSideCoefficients + 1> coefficients;
-    /// The last even and odd input samples, the newest at the end. The filter needs N evens and K odds; what is older may
-    /// be anything.
+    /// The last even and odd input samples, the newest at the end. The filter needs N evens and K odds; what is older
+    /// may be anything.
     std::array<float, NumEvens> evens{};
     std::array<float, NumOdds> odds{};
 };
