@@ -10,7 +10,7 @@ namespace {
 
 /// Has the system provide the first pages of the calling thread's stack, which it otherwise does when they are used.
 void TouchStack() {
-    constexpr std::size_t numBytes = 65536;  // perform routines that need more bring their own memory
+    constexpr std::size_t numBytes = 65536;  // far more than perform routines use
     constexpr std::size_t smallestPage = 4096;
     std::array<volatile char, numBytes> stack;
     for (std::size_t i = 0; i < numBytes; i += smallestPage) stack[i] = 0;
