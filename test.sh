@@ -4,6 +4,7 @@
 #   debug    file by file
 #   asan     address and undefined-behaviour sanitizers
 #   tsan     thread sanitizer, the tests with more than one thread
+#   arm64    the kernels for that processor's vectors, under qemu; where its compiler and qemu are installed
 set -eu
 cd "$(dirname "$0")"
 scripts/install-packages.sh
@@ -22,3 +23,8 @@ run release
 run debug
 run asan
 run tsan --target threads_tests external_tests host_tests
+if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/null; then
+    run arm64
+else
+    echo "skipped: arm64, for which g++-aarch64-linux-gnu and qemu-user are not installed"
+fi
