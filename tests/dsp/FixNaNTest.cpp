@@ -60,7 +60,8 @@ TEST(FixNaN, HoldsTheLastFiniteSampleAcrossBlocksAndWhileAnotherModeRuns) {
     EXPECT_EQ(Repair(repair, {NAN, 1, NAN, INFINITY, 2, -INFINITY, NAN, 7}, 3), (Samples{0, 1, 1, 1, 2, 2, 2, 7}));
     repair.SetMode("givenvalue");
     repair.SetReplacementValue(0.5f);
-    EXPECT_EQ(Repair(repair, {-INFINITY, 3, NAN}), (Samples{0.5f, 3, 0.5f}));
+    repair.Rearm();
+    EXPECT_EQ(Repair(repair, {3, -INFINITY, 4, NAN}), (Samples{3, 0.5f, 4, 0.5f}));
     repair.Rearm();
     for (const char* fallback : {"lastvalue", "LastValue", "", "givenvalue "}) {
         repair.SetMode("givenvalue");
@@ -105,15 +106,15 @@ TEST(FixNaN, TakesWhatListenersSetFromTheirBadSampleOn) {
         float value = 0;
         Actor setNextValue([&] {
             repair.SetReplacementValue(value += 1);
-            if (value < 3) repair.Rearm();
+            if (value < 4) repair.Rearm();
         });
         repair.AddListener(&setNextValue);
-        Samples in(50, 0.5f);
-        for (const std::size_t bad : {first, first + 1, first + 4, first + 9, first + 12}) in[bad] = NAN;
-        Samples expected(50, 0.5f);
-        expected[first] = 1;
-        expected[first + 1] = 2;
-        for (const std::size_t bad : {first + 4, first + 9, first + 12}) expected[bad] = 3;
+        Samples in(60, 0.5f), expected = in;
+        float replacement = 0;
+        for (const std::size_t bad : {first, first + 1, first + 4, first + 13, first + 15}) {
+            in[bad] = NAN;
+            expected[bad] = std::min(++replacement, 4.0f);
+        }
         EXPECT_EQ(Repair(repair, in), expected) << first;
     }
 }
