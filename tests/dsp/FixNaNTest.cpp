@@ -126,7 +126,7 @@ TEST(FixNaN, LosesNothingToAListenerThatThrows) {
     Samples block(40, 0.5f);
     block[30] = 0.25f;
     block[31] = NAN;
-    EXPECT_THROW(repair.Process(block.data(), block.data(), block.size()), std::runtime_error);
+    EXPECT_THROW(Repair(repair, block), std::runtime_error);
     EXPECT_EQ(Repair(repair, {NAN, NAN}), (Samples{0.25f, 0.25f})) << "the report has been made";
     repair.Rearm();
     EXPECT_THROW(Repair(repair, {0.75f, NAN}), std::runtime_error);

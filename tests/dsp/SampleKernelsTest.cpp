@@ -214,8 +214,8 @@ TEST(SampleKernels, HoldTheLastValueThroughRunsAcrossBlocks) {
         std::mt19937 random(2);
         Floats repaired(signal.size());
         last = 0.5f;
-        for (std::size_t start = 0, n; start < signal.size(); start += n) {
-            n = std::min<std::size_t>(random() % 100, signal.size() - start);
+        for (unsigned long start = 0, n; start < signal.size(); start += n) {
+            n = std::min(static_cast<unsigned long>(random() % 100), static_cast<unsigned long>(signal.size()) - start);
             last = kernels->replaceByLastValue(&repaired[start], &signal[start], n, last);
         }
         EXPECT_EQ(BytesOf(repaired), BytesOf(expected)) << kernels->name;
