@@ -69,6 +69,7 @@ TEST_F(FirstBlock, LooksUpNoFunction) {
     const auto box = Create("tesk.fixnan~ @numchannels 2");
     auto* const record = reinterpret_cast<velmomax::_VelmoMspObject*>(box->Object());
     Start(*box);
+    std::thread([] {}).join();  // looks up how to wait for a thread, which the main thread does below
     std::vector<std::string> lookedUp;
     std::thread([&] {
         { const velmohost::RealtimeContext looksUpItsOwn; }
