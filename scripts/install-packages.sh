@@ -11,6 +11,7 @@ packages="
     g++-aarch64-linux-gnu qemu-user googletest
     chromium
     librsvg2-bin python3
+    libsndfile1-dev flac vorbis-tools opus-tools lame
     alsa-utils
 "
 

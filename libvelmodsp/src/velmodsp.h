@@ -8,6 +8,8 @@
 #include "audiofiles/VelmoDspAudioFileWriter.h"
 #include "audiofiles/VelmoDspAudioFilesManager.h"
 #include "audiofiles/VelmoDspFrameLayout.h"
+#include "audiofiles/VelmoDspMp3FileReader.h"
+#include "audiofiles/VelmoDspPlatformFileReader.h"
 #include "audiofiles/VelmoDspWavFileReader.h"
 #include "audiofiles/VelmoDspWavFileWriter.h"
 #include "dsp/VelmoDspDenormals.h"

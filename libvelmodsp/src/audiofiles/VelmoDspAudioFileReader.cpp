@@ -1,6 +1,8 @@
 #include "audiofiles/VelmoDspAudioFileReader.h"
 
 #include "audiofiles/VelmoDspAiffFileReader.h"
+#include "audiofiles/VelmoDspMp3FileReader.h"
+#include "audiofiles/VelmoDspPlatformFileReader.h"
 #include "audiofiles/VelmoDspSampleFormat.h"
 #include "audiofiles/VelmoDspWavFileReader.h"
 #include "files/VelmoDspFile.h"
@@ -12,13 +14,13 @@ namespace {
 
 constexpr const char* AudioFileReaderSource = "libvelmodsp/src/audiofiles/VelmoDspAudioFileReader";
 
-/// The reader for the file's type; null when there is none. Readers of further types are chosen here: one for "MP3
-/// File", and one for all else that hands the file to the platform's own service.
+/// The reader for the file's type; null when it finds nothing that it can read.
 std::unique_ptr<AudioFileReader> CreateReaderByType(const File& file) {
     const String type = AudioFilesManager::TryToDetermineFileType(file);
     if (type == AudioFilesManager::AiffFormat) return std::make_unique<AiffFileReader>(file);
     if (type == AudioFilesManager::WavFormat) return std::make_unique<WavFileReader>(file);
-    return nullptr;
+    if (type == AudioFilesManager::Mp3Format) return Mp3FileReader::CreateReaderFor(file);
+    return PlatformFileReader::CreateReaderFor(file);
 }
 
 bool HasRoom(const AudioBuffer& buffer, unsigned long long start, unsigned long long numSamples) {

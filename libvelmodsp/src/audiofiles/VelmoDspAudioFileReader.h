@@ -23,6 +23,15 @@ class AudioBuffer;
 /// without a conversion (integers of 8, 16, 24 and 32 bits and floats of 32 bits have one) reads as silence, and so
 /// does what a truncated file lacks.
 ///
+/// | Files | Read by |
+/// |---|---|
+/// | WAV: RIFF and RF64, uncompressed | `WavFileReader`, everywhere |
+/// | AIFF, and AIFF-C uncompressed | `AiffFileReader`, everywhere |
+/// | MP3 | `Mp3FileReader`, where the system has a decoder |
+/// | FLAC, Ogg Vorbis, Opus, CAF and more | `PlatformFileReader`, where the system has a decoder |
+///
+/// docs/sound-files.md tells which systems have which decoders, and how exact they are.
+///
 /// Threads: one thread at a time, never the audio thread: all but the getters do file I/O or allocate.
 class AudioFileReader : public AudioFilesManager {
 public:
@@ -34,9 +43,9 @@ public:
     AudioFileReader(const AudioFileReader&) = delete;
     AudioFileReader& operator=(const AudioFileReader&) = delete;
 
-    /// "WAV File" or "AIFF File".
+    /// "WAV File", "AIFF File", "MP3 File" or what `PlatformFileReader` names.
     virtual String GetFormat() const = 0;
-    /// ".wav" or ".aiff".
+    /// ".wav", ".aiff", ".mp3" or what `PlatformFileReader` names.
     virtual String GetDefaultFileExtensionForThisFormat() const = 0;
     /// Whether this is the 64-bit form of WAV.
     virtual bool IsRF64() const { return false; }
@@ -54,7 +63,8 @@ public:
     bool SeemsValid() const;
 
     /// Frames of the file whose samples it really holds: less than `GetLengthInSamples` when the file is truncated or
-    /// its header lies. From there on it reads as silence.
+    /// its header lies. From there on it reads as silence. In files of lossy formats that is known only once reading
+    /// has come to the end.
     unsigned long long GetNumStoredSamples() const noexcept { return numStoredSamples; }
 
     /// Where and how the samples lie in the file. The sample format is `None` when they have a depth without a
