@@ -9,6 +9,8 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -28,20 +30,27 @@ std::set<std::string> HostFunctions() {
     return names;
 }
 
+/// The lines that a command prints about the plug-in, whose path is put behind it.
+std::vector<std::string> LinesOf(std::string command) {
+    command += " '" + pluginPath + "'";
+    std::FILE* const pipe = popen(command.c_str(), "r");
+    std::vector<std::string> lines;
+    std::array<char, 4096> line{};
+    while (pipe && std::fgets(line.data(), line.size(), pipe)) lines.emplace_back(line.data());
+    EXPECT_TRUE(pipe && pclose(pipe) == 0) << command;
+    return lines;
+}
+
 /// The plug-in's dynamic symbols as `nm` lists them: kind and name, with the version of the library they come from.
 std::vector<std::pair<char, std::string>> DynamicSymbols(const std::string& selection) {
-    const std::string command = "nm --dynamic --format=posix " + selection + " '" + pluginPath + "'";
-    std::FILE* const nm = popen(command.c_str(), "r");
     std::vector<std::pair<char, std::string>> symbols;
-    std::array<char, 4096> line{};
-    while (nm && std::fgets(line.data(), line.size(), nm)) {
-        std::istringstream words(line.data());
+    for (const std::string& line : LinesOf("nm --dynamic --format=posix " + selection)) {
+        std::istringstream words(line);
         std::string name;
         char kind = 0;
         words >> name >> kind;
         symbols.emplace_back(kind, name);
     }
-    EXPECT_TRUE(nm && pclose(nm) == 0) << command;
     return symbols;
 }
 
@@ -66,6 +75,20 @@ TEST(Plugin, ImportsFunctionsOfTheHostAndOfTheSystemAlone) {
         hostImports += hostFunctions.contains(name);
     }
     EXPECT_GT(hostImports, 30);
+}
+
+TEST(Plugin, NeedsTheLibrariesOfTheLanguageAlone) {
+    const std::set<std::string> known{"libc", "libm", "libstdc++", "libgcc_s", "ld-linux-x86-64", "ld-linux-aarch64"};
+    int numNeeded = 0;
+    for (const std::string& line : LinesOf("readelf --wide --dynamic")) {
+        const std::size_t start = line.find('[');
+        if (line.find("(NEEDED)") == std::string::npos || start == std::string::npos) continue;
+        const std::string library = line.substr(start + 1, line.find(".so", start) - start - 1);
+        const bool isSanitizers = library == "libasan" || library == "libubsan" || library == "libtsan";
+        EXPECT_TRUE(known.contains(library) || isSanitizers) << line;
+        ++numNeeded;
+    }
+    EXPECT_GE(numNeeded, 2);
 }
 
 TEST(Plugin, ExportsItsEntryPointsAlone) {
