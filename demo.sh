@@ -5,7 +5,7 @@
 #
 # Installs what is needed, builds the release preset, takes FILE (WAV or AIFF; by default a spoken recording that a
 # system package brings), lets an unstable filter poison it with NaN and infinities, and repairs it with tesk.fixnan~
-# in velmohost. The three files are left in demo/.
+# in velmohost: live, as in a patch, and as a file, with a report. All files are left in demo/.
 set -eu
 
 start=$(date +%s)
@@ -44,7 +44,8 @@ bin=build/release
 mkdir -p demo
 poisoned=demo/poisoned.wav
 repaired=demo/repaired.wav
-rm -f "$poisoned" "$repaired"  # what the last run of this demo left
+repaired_file=demo/poisoned-repaired.wav
+rm -f "$poisoned" "$repaired" "$repaired_file"  # what the last run of this demo left
 
 step "Poisoning the recording with a filter that becomes unstable"
 show $bin/examples/unstable_resonator "$input" "$poisoned"
@@ -60,7 +61,12 @@ show $bin/velmohost run "tesk.fixnan~ @numchannels $channels" --in "$poisoned" -
 step "Bad samples after"
 show $bin/examples/bad_samples "$repaired"
 
+step "Repairing it as a file, as one does with a folder of recordings"
+show $bin/velmohost scan "$poisoned" || [ $? -eq 3 ]
+show $bin/velmohost repair "$poisoned" --report demo/report.html
+
 step "Done in $(($(date +%s) - start)) seconds"
 echo "recording: $input"
 echo "poisoned:  $PWD/$poisoned"
-echo "repaired:  $PWD/$repaired"
+echo "repaired:  $PWD/$repaired, $PWD/$repaired_file"
+echo "report:    $PWD/demo/report.html"
