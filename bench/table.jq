@@ -43,7 +43,7 @@ def print_table:
     | group_by([.family_index, .per_family_instance_index])[]
     | . as $runs
     | {
-        name: ($runs[0].run_name | rtrimstr("/manual_time") | rtrimstr("/real_time")),
+        name: ($runs[0].run_name | rtrimstr("/manual_time") | rtrimstr("/real_time") | sub("/iterations:[0-9]+"; "")),
         rate: ([$runs[] | .items_per_second // .bytes_per_second // empty] | if length > 0 then median else null end),
         ratios: [$counters[] as $counter | [$runs[] | .[$counter] // empty] | if length > 0 then median else null end]
     }] as $rows

@@ -47,11 +47,26 @@ VELMO_KERNEL_INLINE Vector Magnitude(Vector x) { return Both(x, _mm_set1_epi32(0
 VELMO_KERNEL_INLINE Vector BadLanes(Vector x) { return _mm_cmpgt_epi32(Magnitude(x), _mm_set1_epi32(0x7f7fffff)); }
 VELMO_KERNEL_INLINE Vector GoodLanes(Vector x) { return _mm_cmplt_epi32(Magnitude(x), _mm_set1_epi32(0x7f800000)); }
 
-VELMO_KERNEL_INLINE Vector RaiseBy1(Vector x) { return _mm_slli_si128(x, 4); }
-VELMO_KERNEL_INLINE Vector RaiseBy2(Vector x) { return _mm_slli_si128(x, 8); }
+// The lowest lanes become zero.
+VELMO_KERNEL_INLINE Vector RaiseBy1Lane(Vector x) { return _mm_slli_si128(x, 4); }
+VELMO_KERNEL_INLINE Vector RaiseBy2Lanes(Vector x) { return _mm_slli_si128(x, 8); }
 VELMO_KERNEL_INLINE Vector HighestToAll(Vector x) { return _mm_shuffle_epi32(x, _MM_SHUFFLE(3, 3, 3, 3)); }
 
-#include "dsp/VelmoDspFillForwardBySteps.inc"
+// SSE2 permutes by constants only, so no table can send samples to where they belong. Instead all of them move up into
+// bad lanes, by one lane, then by two.
+VELMO_KERNEL_INLINE Vector FillForward(Vector x, Vector& before) {
+    const Vector good = GoodLanes(x);
+    const Vector goodBy1 = Either(good, RaiseBy1Lane(good));         // have a sample after the first step
+    const Vector goodBy2 = Either(goodBy1, RaiseBy2Lanes(goodBy1));  // and after the second
+    const Vector finite = Both(x, good);                             // zero where there is none yet
+    const Vector filledBy1 = Either(finite, Without(RaiseBy1Lane(finite), good));
+    const Vector filledBy2 = Either(filledBy1, Without(RaiseBy2Lanes(filledBy1), goodBy1));
+    const Vector result = Either(filledBy2, Without(before, goodBy2));
+    // From here on, only the last two operations wait for the vector before.
+    before = Either(HighestToAll(filledBy2), Without(before, HighestToAll(goodBy2)));
+    return result;
+}
+
 #include "dsp/VelmoDspSampleLoops.inc"
 
 }  // namespace
