@@ -1,13 +1,14 @@
 #include "dsp/VelmoDspResamplingKernels.h"
 
 #include "dsp/VelmoDspResamplingKernelSets.h"
+#include "platform/VelmoDspProcessor.h"
 
 namespace velmodsp {
 
 std::span<const ResamplingKernels* const> ResamplingKernels::Available() noexcept {
 #if defined(__x86_64__)
     static constexpr const ResamplingKernels* sets[]{&ScalarResampling, &Sse2Resampling, &Avx2Resampling};
-    return std::span(sets).first(__builtin_cpu_supports("avx2") ? 3 : 2);
+    return std::span(sets).first(Processor::HasAvx2() ? 3 : 2);
 #elif defined(__aarch64__)
     static constexpr const ResamplingKernels* sets[]{&ScalarResampling, &NeonResampling};
     return sets;

@@ -1,13 +1,14 @@
 #include "dsp/VelmoDspSampleKernels.h"
 
 #include "dsp/VelmoDspSampleKernelSets.h"
+#include "platform/VelmoDspProcessor.h"
 
 namespace velmodsp {
 
 std::span<const SampleKernels* const> SampleKernels::Available() noexcept {
 #if defined(__x86_64__)
     static constexpr const SampleKernels* sets[]{&ScalarKernels, &Sse2Kernels, &Avx2Kernels};
-    return std::span(sets).first(__builtin_cpu_supports("avx2") ? 3 : 2);
+    return std::span(sets).first(Processor::HasAvx2() ? 3 : 2);
 #elif defined(__aarch64__)
     static constexpr const SampleKernels* sets[]{&ScalarKernels, &NeonKernels};
     return sets;
