@@ -165,13 +165,15 @@ TEST_F(AudioFileReading, DepthsWithoutAConversionAreSilence) {
 }
 
 TEST_F(AudioFileReading, AFrameMayBeLargerThanTheConversionBuffer) {
-    constexpr unsigned int channels = 3000;  // 9000 bytes a frame
+    constexpr unsigned int channels = 40000;  // 120000 bytes a frame
     Bytes data;
-    for (unsigned int i = 0; i < 2 * channels; ++i) data = data + LittleEndian(i * 256, 3);
+    for (unsigned int i = 0; i < 2 * channels; ++i)
+        for (unsigned int byte : {0u, i % 256, i / 256 % 128}) data.push_back(static_cast<unsigned char>(byte));
     const auto reader = Open(Wav(1, channels, 24, data));
-    for (unsigned int k : {0u, 1919u, 1920u, 2999u}) {
-        const float first = static_cast<float>(k) * 256 * 0x1p-23f;
-        EXPECT_THAT(Read(*reader, 3, 0, k), ElementsAre(first, first + channels * 256 * 0x1p-23f, 0)) << k;
+    for (unsigned int k : {0u, 21844u, 21845u, 39999u}) {
+        const float first = static_cast<float>(k % 32768) * 0x1p-15f;
+        const float second = static_cast<float>((k + channels) % 32768) * 0x1p-15f;
+        EXPECT_THAT(Read(*reader, 3, 0, k), ElementsAre(first, second, 0)) << k;
     }
 }
 

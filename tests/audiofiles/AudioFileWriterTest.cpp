@@ -14,7 +14,6 @@
 #include "files/VelmoDspFile.h"
 #include "support/FileSizeLimit.h"
 #include "support/MessageOf.h"
-#include "support/Noise.h"
 #include "support/TempFolder.h"
 #include "utils/VelmoDspAudioBuffer.h"
 
@@ -146,26 +145,6 @@ TEST_F(AudioFileWriting, IntegersAreRoundedSaturatedAndNeverNaN) {
             for (std::size_t i = 0; i < sound.size(); ++i)
                 EXPECT_EQ(Bytes(&file[54 + 4 * i], &file[54 + 4 * i] + 4), Be32(i == place ? words[row] : 0x40000000))
                     << samples[row] << " at " << place;
-        }
-    }
-}
-
-TEST_F(AudioFileWriting, TheFileDoesNotDependOnHowItIsCutIntoBlocks) {
-    const auto sound = Repeated(3, Noise(20000, 1));  // more than two blocks of the converter
-    for (const char* name : {"a.wav", "a.aiff"}) {
-        for (int bits : {8, 16, 24, 32}) {
-            const Bytes atOnce = Written(name, 3, bits, Noise(20000, 1));
-            std::filesystem::remove(folder / name);
-            auto writer = Create(name, 44100, 3, bits);
-            for (unsigned long start = 0; start < 20000; start += 301)
-                EXPECT_TRUE(writer->WriteSamples(*sound, start, std::min(301ul, 20000 - start)));
-            writer.reset();
-            EXPECT_TRUE(ReadBytes(folder / name) == atOnce) << name << " " << bits;
-
-            const std::vector<float> read = ReadAll(name, 2);
-            ASSERT_EQ(read.size(), 20000u);
-            for (unsigned long i = 0; i < 20000; ++i)
-                ASSERT_NEAR(read[i], sound->GetChannel(2)[i], std::ldexp(1.0, 1 - bits)) << name << " " << bits;
         }
     }
 }

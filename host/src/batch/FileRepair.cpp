@@ -15,15 +15,16 @@ namespace {
 /// The channels' samples of one round, as they were recorded.
 class RecordedBlock {
 public:
-    RecordedBlock(unsigned channelCount, unsigned long maxFrames)
-        : numChannels(channelCount), channelFrames(maxFrames), samples(channelCount * maxFrames) {}
+    RecordedBlock(unsigned numChannels, unsigned long maxFrames) : samples(numChannels * maxFrames) {
+        for (unsigned c = 0; c < numChannels; ++c) channels.push_back(samples.data() + c * maxFrames);
+    }
 
-    const float* Channel(unsigned channel) const { return samples.data() + channel * channelFrames; }
+    const float* Channel(unsigned channel) const { return channels[channel]; }
 
     /// Takes the frames out of the copy and puts them into the object.
     void Fill(const SoundFileCopy& copy, RepairObject& object, unsigned long numFrames) {
-        for (unsigned c = 0; c < numChannels; ++c) {
-            copy.GetChannel(c, samples.data() + c * channelFrames);
+        copy.GetChannels(channels);
+        for (unsigned c = 0; c < channels.size(); ++c) {
             double* const end = std::copy_n(Channel(c), numFrames, object.Input(c));
             // A last vector that is not full gets silence, so that nothing left from before counts as bad.
             const unsigned long rest = numFrames % RepairObject::kVectorSize;
@@ -32,9 +33,8 @@ public:
     }
 
 private:
-    const unsigned numChannels;
-    const unsigned long channelFrames;
     std::vector<float> samples;
+    std::vector<float*> channels;  // into the samples
 };
 
 /// A channel's samples as they are to be written: those recorded, but for the bad ones, which are the object's. These

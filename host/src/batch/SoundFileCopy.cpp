@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "audiofiles/VelmoDspFrameConversion.h"
 #include "sound/SoundError.h"
 #include "sound/SoundPath.h"
 #include "utils/VelmoDspException.h"
@@ -73,17 +74,21 @@ unsigned long SoundFileCopy::ReadFrames(unsigned long maxFrames) {
     return numFrames;
 }
 
-void SoundFileCopy::GetChannel(unsigned channel, float* samples) const {
-    const std::size_t offset = channel * velmodsp::BytesPerSample(layout.sampleFormat);
-    velmodsp::DecodeChannel(layout.sampleFormat, bytes.data() + offset, static_cast<std::size_t>(layout.bytesPerFrame),
-                            numFrames, reinterpret_cast<int*>(samples));
+void SoundFileCopy::GetChannels(const std::vector<float*>& channels) const {
+    std::vector<int*> words;  // the floats' bits
+    for (float* channel : channels) words.push_back(reinterpret_cast<int*>(channel));
+    const auto bytesPerFrame = static_cast<std::size_t>(layout.bytesPerFrame);
+    velmodsp::DecodeFrames({layout.sampleFormat, layout.numChannels, bytesPerFrame}, bytes.data(), numFrames,
+                           velmodsp::SampleForm::Words, words.data(), 0);
 }
 
 void SoundFileCopy::Replace(unsigned channel, unsigned long frame, float value) {
     const std::size_t size = velmodsp::BytesPerSample(layout.sampleFormat);
     const std::size_t offset = frame * static_cast<std::size_t>(layout.bytesPerFrame) + channel * size;
     const int word = std::bit_cast<int>(value);
-    velmodsp::EncodeChannel(layout.sampleFormat, &word, 1, size, bytes.data() + offset);
+    const int* const words = &word;
+    velmodsp::EncodeFrames({layout.sampleFormat, 1, size}, bytes.data() + offset, 1, velmodsp::SampleForm::Words,
+                           &words, 0);
 }
 
 void SoundFileCopy::WriteFrames() { WriteBytes(numStoredBytes); }

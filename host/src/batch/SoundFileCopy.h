@@ -17,7 +17,7 @@ namespace velmohost {
 ///
 ///     SoundFileCopy copy("take.wav", layout, "take-repaired.wav");
 ///     while (const unsigned long n = copy.ReadFrames(4096)) {
-///         copy.GetChannel(0, samples);
+///         copy.GetChannels({left, right});
 ///         copy.Replace(0, 17, 0.5f);   // channel 0 of the 18th of these frames
 ///         copy.WriteFrames();
 ///     }
@@ -35,9 +35,9 @@ public:
     /// @throws SoundError when they cannot be read
     unsigned long ReadFrames(unsigned long maxFrames);
 
-    /// Puts the samples of one channel of the frames taken up, as floats, where there is room for them. What the end of
-    /// the file cuts off is silence.
-    void GetChannel(unsigned channel, float* samples) const;
+    /// Puts the samples of the frames taken up, as floats, where there is room for those of each channel. What the end
+    /// of the file cuts off is silence.
+    void GetChannels(const std::vector<float*>& channels) const;
 
     /// Replaces a sample of the frames taken up.
     void Replace(unsigned channel, unsigned long frame, float value);

@@ -113,7 +113,13 @@ void AiffFileReader::ParseSoundDataChunk(unsigned long long chunkSize) {
 }
 
 bool AiffFileReader::readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) {
-    frames.Read(input, layout, destChannels, numSamples, startSample);
+    frames.Read(input, layout, SampleForm::Words, destChannels, numSamples, startSample);
+    return true;
+}
+
+bool AiffFileReader::ReadFloats(unsigned long long numSamples, unsigned long long startSample) {
+    const SampleForm form = usesFloatingPointData ? SampleForm::Words : SampleForm::Floats;
+    frames.Read(input, layout, form, channelPointers.Data(), numSamples, startSample);
     return true;
 }
 

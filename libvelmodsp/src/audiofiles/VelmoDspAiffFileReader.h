@@ -29,6 +29,7 @@ public:
     bool readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) override;
 
 private:
+    bool ReadFloats(unsigned long long numSamples, unsigned long long startSample) override;
     void ParseHeader();
     bool ParseChunk();
     bool ParseCommonChunk(unsigned long long chunkSize);

@@ -27,7 +27,8 @@ std::unique_ptr<AiffFileWriter> AiffFileWriter::CreateWriterFor(const File& file
 }
 
 AiffFileWriter::AiffFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits)
-    : AudioFileWriter(file, sampleRateInHz, channelCount, bits) {
+    : AudioFileWriter(file, sampleRateInHz, channelCount, bits, SampleFormatFor(static_cast<unsigned int>(bits), true),
+                      MaximumDataSize) {
     failed = !AiffFileWriter::writeHeader();
 }
 
@@ -36,10 +37,6 @@ AiffFileWriter::~AiffFileWriter() {
     if (bytesWritten % 2 != 0 && output.SetPosition(headerPosition + AiffHeaderSize + bytesWritten))
         output.WriteByte(0);
     AiffFileWriter::writeHeader();
-}
-
-bool AiffFileWriter::writeSamples(const int** channels, unsigned long numSamples) {
-    return WriteInterleaved(SampleFormatFor(bitsPerSample, true), channels, numSamples, MaximumDataSize);
 }
 
 bool AiffFileWriter::writeHeader() {

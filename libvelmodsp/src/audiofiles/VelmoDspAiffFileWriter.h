@@ -21,8 +21,6 @@ public:
     String GetFormat() const override { return AiffFormat; }
     String GetDefaultFileExtensionForThisFormat() const override { return ".aiff"; }
 
-    bool writeSamples(const int** channels, unsigned long numSamples) override;
-
 protected:
     AiffFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits);
     bool writeHeader() override;

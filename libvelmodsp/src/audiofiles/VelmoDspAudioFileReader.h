@@ -89,11 +89,14 @@ protected:
     FileReader input;
     unsigned long long numStoredSamples = 0;
     FrameLayout layout;  // of files that hold interleaved frames
+    /// Where `ReadSamples` wants the samples: the destinations of `readSamples`, one per channel of the file, and a
+    /// null.
+    Vector<int*> channelPointers;
 
 private:
-    bool ReadFloats(unsigned long long numSamples, unsigned long long fileStartSample);
-
-    Vector<int*> channelPointers;  // destinations of readSamples, one per channel of the file, and a null
+    /// Reads floats to where `channelPointers` point: by `readSamples` and a second pass over the words. Readers that
+    /// can convert as they read do so.
+    virtual bool ReadFloats(unsigned long long numSamples, unsigned long long fileStartSample);
 };
 
 }  // namespace velmodsp

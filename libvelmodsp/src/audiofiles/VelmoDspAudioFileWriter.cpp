@@ -72,8 +72,9 @@ bool AudioFileWriter::Prepare(const File& file, double sampleRate, unsigned int 
     return file.OverwriteIfNeeded(overwrite) && file.CreateDirectoryFor();
 }
 
-AudioFileWriter::AudioFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits)
-    : output(file) {
+AudioFileWriter::AudioFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits,
+                                 SampleFormat format, unsigned long long maxBytes)
+    : output(file), sampleFormat(format), maximumDataSize(maxBytes) {
     sampleRate = sampleRateInHz;
     numChannels = channelCount;
     bitsPerSample = static_cast<unsigned int>(bits);
@@ -88,31 +89,21 @@ bool AudioFileWriter::WriteSamples(const AudioBuffer& source, unsigned long sour
         return false;
 
     ResizeVector(channelPointers, numChannels + 1ul);
+    for (unsigned int k = 0; k < numChannels; ++k)
+        channelPointers[k] = reinterpret_cast<const int*>(source.GetChannel(k) + sourceStartSample);
     channelPointers[numChannels] = nullptr;
-    if (usesFloatingPointData) {
-        for (unsigned int k = 0; k < numChannels; ++k)
-            channelPointers[k] = reinterpret_cast<const int*>(source.GetChannel(k) + sourceStartSample);
-        return writeSamples(channelPointers.Data(), numSamples);
-    }
-
-    const unsigned long blockSize = std::min(numSamples, FramesPerBlock);
-    if (words.Size() < blockSize * numChannels) ResizeVector(words, blockSize * numChannels);
-    for (unsigned int k = 0; k < numChannels; ++k) channelPointers[k] = words.Data() + k * blockSize;
-    for (unsigned long done = 0; done < numSamples;) {
-        const unsigned long n = std::min(numSamples - done, blockSize);
-        for (unsigned int k = 0; k < numChannels; ++k)
-            ConvertFloatsToWords(source.GetChannel(k) + sourceStartSample + done, n, words.Data() + k * blockSize);
-        if (!writeSamples(channelPointers.Data(), n)) return false;
-        done += n;
-    }
-    return true;
+    return WriteFrames(usesFloatingPointData ? SampleForm::Words : SampleForm::Floats, channelPointers.Data(),
+                       numSamples);
 }
 
-bool AudioFileWriter::WriteInterleaved(SampleFormat format, const int** channels, unsigned long numSamples,
-                                       unsigned long long maxBytes) {
-    for (unsigned long done = 0; done < numSamples && !failed;) {
-        const unsigned long n = std::min(numSamples - done, FramesPerBlock);
-        if (n * GetBytesPerFrame() > maxBytes - bytesWritten || !WriteBlock(format, done, n, channels)) {
+bool AudioFileWriter::writeSamples(const int** channels, unsigned long numSamples) {
+    return WriteFrames(SampleForm::Words, channels, numSamples);
+}
+
+bool AudioFileWriter::WriteFrames(SampleForm form, const int* const* channels, unsigned long numFrames) {
+    for (unsigned long done = 0; done < numFrames && !failed;) {
+        const unsigned long n = std::min(numFrames - done, FramesPerBlock);
+        if (n * GetBytesPerFrame() > maximumDataSize - bytesWritten || !WriteBlock(form, channels, done, n)) {
             writeHeader();
             failed = true;
         }
@@ -121,17 +112,20 @@ bool AudioFileWriter::WriteInterleaved(SampleFormat format, const int** channels
     return !failed;
 }
 
-bool AudioFileWriter::WriteBlock(SampleFormat format, unsigned long firstSample, unsigned long numSamples,
-                                 const int** channels) {
+bool AudioFileWriter::WriteBlock(SampleForm form, const int* const* channels, unsigned long firstFrame,
+                                 unsigned long numFrames) {
     const auto bytesPerFrame = static_cast<unsigned long>(GetBytesPerFrame());
-    const unsigned long numBytes = numSamples * bytesPerFrame;
-    if (interleaved.Size() < numBytes) ResizeVector(interleaved, numBytes);
-    for (unsigned int k = 0; k < numChannels; ++k)
-        EncodeChannel(format, channels[k] + firstSample, numSamples, bytesPerFrame,
-                      interleaved.Data() + k * BytesPerSample(format));
-    if (!output.Write(interleaved.Data(), numBytes)) return false;
+    const unsigned long numBytes = numFrames * bytesPerFrame;
+    const FrameFormat format = {sampleFormat, numChannels, bytesPerFrame};
+    const void* bytes = channels[0] + firstFrame;
+    if (!AreFramesTheirChannel(format, form)) {
+        if (interleaved.Size() < numBytes) ResizeVector(interleaved, numBytes);
+        EncodeFrames(format, interleaved.Data(), numFrames, form, channels, firstFrame);
+        bytes = interleaved.Data();
+    }
+    if (!output.Write(bytes, numBytes)) return false;
     bytesWritten += numBytes;
-    lengthInSamples += numSamples;
+    lengthInSamples += numFrames;
     return true;
 }
 

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "audiofiles/VelmoDspAudioFilesManager.h"
-#include "audiofiles/VelmoDspSampleFormat.h"
+#include "audiofiles/VelmoDspFrameConversion.h"
 #include "files/VelmoDspFileWriter.h"
 #include "math/VelmoDspVector.h"
 
@@ -54,7 +54,7 @@ public:
     /// Appends frames of 32-bit words: integers left-justified (full scale is 2^31), for float files the floats' bits.
     /// @param channels `GetNumChannels()` pointers to `numSamples` words each
     /// @return false after this or an earlier write failed; the file then holds the blocks before
-    virtual bool writeSamples(const int** channels, unsigned long numSamples) = 0;
+    virtual bool writeSamples(const int** channels, unsigned long numSamples);
 
     /// Appends the buffer's first channels, as many as the file has, from `sourceStartSample` on.
     /// @return false when the buffer has fewer channels or samples, or as `writeSamples`
@@ -65,7 +65,10 @@ public:
 
 protected:
     /// Opens the file and keeps the format. The derived class then writes the first header.
-    AudioFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits);
+    /// @param format of the samples in the file
+    /// @param maxBytes the most bytes of samples that the file can hold
+    AudioFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits, SampleFormat format,
+                    unsigned long long maxBytes);
 
     /// (Re)writes the header with the sizes so far. The output stands behind it afterwards.
     virtual bool writeHeader() = 0;
@@ -75,10 +78,6 @@ protected:
     /// @throws Exception as `CreateWriterFor`
     static bool Prepare(const File& file, double sampleRate, unsigned int numChannels, int bitsPerSample,
                         bool overwrite);
-
-    /// `writeSamples` for files of interleaved samples that hold at most `maxBytes` bytes of them.
-    bool WriteInterleaved(SampleFormat format, const int** channels, unsigned long numSamples,
-                          unsigned long long maxBytes);
 
     unsigned long long GetBytesPerFrame() const noexcept { return bitsPerSample * 1ull * numChannels / 8; }
     /// Bytes of all frames written.
@@ -90,9 +89,11 @@ protected:
     bool failed = false;
 
 private:
-    bool WriteBlock(SampleFormat format, unsigned long firstSample, unsigned long numSamples, const int** channels);
+    bool WriteFrames(SampleForm form, const int* const* channels, unsigned long numFrames);
+    bool WriteBlock(SampleForm form, const int* const* channels, unsigned long firstFrame, unsigned long numFrames);
 
-    Vector<int> words;                   // one block of every channel, for integer files
+    SampleFormat sampleFormat;
+    unsigned long long maximumDataSize;  // bytes
     Vector<const int*> channelPointers;  // one per channel, and a null
     Vector<unsigned char> interleaved;   // one block as it lies in the file
 };

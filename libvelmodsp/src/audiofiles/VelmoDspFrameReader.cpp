@@ -43,8 +43,8 @@ unsigned long long CountStoredFrames(const FrameLayout& layout, unsigned long lo
     return std::min(layout.numFrames, frames);
 }
 
-void FrameReader::Read(FileReader& input, const FrameLayout& layout, int** channels, unsigned long long numFrames,
-                       unsigned long long start) noexcept {
+void FrameReader::Read(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
+                       unsigned long long numFrames, unsigned long long start) noexcept {
     // Only stored frames are looked up, so no position computed from a header can pass the end of the file.
     const unsigned long long stored = layout.sampleFormat == SampleFormat::None ? 0 : layout.numStoredFrames;
     const unsigned long long available = start < stored ? std::min(numFrames, stored - start) : 0;
@@ -55,7 +55,7 @@ void FrameReader::Read(FileReader& input, const FrameLayout& layout, int** chann
         for (unsigned long long done = 0; done < available;) {
             const auto n =
                 static_cast<std::size_t>(std::min<unsigned long long>(BufferSize / bytesPerFrame, available - done));
-            ReadBlock(input, layout, {start + done, n, 0, lastChannel, n * bytesPerFrame, done}, channels);
+            ReadBlock(input, layout, form, {start + done, n, 0, lastChannel, n * bytesPerFrame, done}, channels);
             done += n;
         }
     } else {
@@ -64,7 +64,7 @@ void FrameReader::Read(FileReader& input, const FrameLayout& layout, int** chann
             for (unsigned int k = 0; k < lastChannel;) {
                 const auto n =
                     static_cast<unsigned int>(std::min<std::size_t>(BufferSize / sampleSize, lastChannel - k));
-                ReadBlock(input, layout, {start + done, 1, k, n, n * sampleSize, done}, channels);
+                ReadBlock(input, layout, form, {start + done, 1, k, n, n * sampleSize, done}, channels);
                 k += n;
             }
         }
@@ -75,19 +75,20 @@ void FrameReader::Read(FileReader& input, const FrameLayout& layout, int** chann
     for (int** extra = channels + layout.numChannels; *extra != nullptr; ++extra) Silence(*extra, numFrames);
 }
 
-void FrameReader::ReadBlock(FileReader& input, const FrameLayout& layout, const Block& block, int** channels) noexcept {
-    const std::size_t sampleSize = BytesPerSample(layout.sampleFormat);
-    input.SetPosition(static_cast<long long>(layout.dataStart + block.firstFrame * layout.bytesPerFrame +
-                                             block.firstChannel * sampleSize));
-    const std::size_t count = ReadFully(input, buffer, block.numBytes);
-    std::memset(buffer + count, SilenceByte(layout.sampleFormat), block.numBytes - count);
+void FrameReader::ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
+                            int** channels) noexcept {
+    const FrameFormat format = {layout.sampleFormat, block.numChannels, static_cast<std::size_t>(layout.bytesPerFrame)};
+    int** const blockChannels = channels + block.firstChannel;
+    const bool asTheyAre = AreFramesTheirChannel(format, form) && *blockChannels != nullptr;
+    unsigned char* const bytes =
+        asTheyAre ? reinterpret_cast<unsigned char*>(*blockChannels + block.destOffset) : buffer;
 
-    for (unsigned int i = 0; i < block.numChannels; ++i) {
-        int* words = channels[block.firstChannel + i];
-        if (words == nullptr) continue;
-        DecodeChannel(layout.sampleFormat, buffer + i * sampleSize, static_cast<std::size_t>(layout.bytesPerFrame),
-                      block.numFrames, words + block.destOffset);
-    }
+    input.SetPosition(static_cast<long long>(layout.dataStart + block.firstFrame * layout.bytesPerFrame +
+                                             block.firstChannel * BytesPerSample(layout.sampleFormat)));
+    const std::size_t count = ReadFully(input, bytes, block.numBytes);
+    std::memset(bytes + count, SilenceByte(layout.sampleFormat), block.numBytes - count);
+    if (!asTheyAre)
+        DecodeFrames(format, bytes, block.numFrames, form, blockChannels, static_cast<std::size_t>(block.destOffset));
 }
 
 }  // namespace velmodsp

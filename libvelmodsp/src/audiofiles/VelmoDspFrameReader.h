@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "audiofiles/VelmoDspFrameConversion.h"
 #include "audiofiles/VelmoDspFrameLayout.h"
 
 namespace velmodsp {
@@ -16,14 +17,15 @@ public:
     /// format cannot convert becomes silence.
     /// @param channels one pointer for each channel of the layout, null to leave that channel out; then any further
     /// channels, which are filled with silence; then a null pointer. Each points at room for `numFrames` words.
-    void Read(FileReader& input, const FrameLayout& layout, int** channels, unsigned long long numFrames,
-              unsigned long long start) noexcept;
+    void Read(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
+              unsigned long long numFrames, unsigned long long start) noexcept;
 
 private:
     struct Block;
-    void ReadBlock(FileReader& input, const FrameLayout& layout, const Block& block, int** channels) noexcept;
+    void ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
+                   int** channels) noexcept;
 
-    static constexpr std::size_t BufferSize = 5760;
+    static constexpr std::size_t BufferSize = 65536;
     unsigned char buffer[BufferSize];
 };
 

@@ -138,7 +138,13 @@ bool WavFileReader::ParseSampleType(unsigned int formatTag, unsigned long long c
 }
 
 bool WavFileReader::readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) {
-    frames.Read(input, layout, destChannels, numSamples, startSample);
+    frames.Read(input, layout, SampleForm::Words, destChannels, numSamples, startSample);
+    return true;
+}
+
+bool WavFileReader::ReadFloats(unsigned long long numSamples, unsigned long long startSample) {
+    const SampleForm form = usesFloatingPointData ? SampleForm::Words : SampleForm::Floats;
+    frames.Read(input, layout, form, channelPointers.Data(), numSamples, startSample);
     return true;
 }
 

@@ -30,6 +30,7 @@ public:
     bool readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) override;
 
 private:
+    bool ReadFloats(unsigned long long numSamples, unsigned long long startSample) override;
     void ParseHeader();
     bool ParseFileSize();
     bool ParseDs64Chunk();

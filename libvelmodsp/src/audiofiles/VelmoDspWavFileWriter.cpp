@@ -85,16 +85,13 @@ std::unique_ptr<WavFileWriter> WavFileWriter::CreateWriterFor(const File& file, 
 }
 
 WavFileWriter::WavFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits)
-    : AudioFileWriter(file, sampleRateInHz, channelCount, bits) {
+    : AudioFileWriter(file, sampleRateInHz, channelCount, bits,
+                      bits == 8 ? SampleFormat::Unsigned8 : SampleFormatFor(static_cast<unsigned int>(bits), false),
+                      std::numeric_limits<unsigned long long>::max()) {
     failed = !WavFileWriter::writeHeader();
 }
 
 WavFileWriter::~WavFileWriter() { WavFileWriter::writeHeader(); }
-
-bool WavFileWriter::writeSamples(const int** channels, unsigned long numSamples) {
-    const SampleFormat format = bitsPerSample == 8 ? SampleFormat::Unsigned8 : SampleFormatFor(bitsPerSample, false);
-    return WriteInterleaved(format, channels, numSamples, std::numeric_limits<unsigned long long>::max());
-}
 
 bool WavFileWriter::writeHeader() {
     isRF64 = bytesWritten > std::numeric_limits<std::uint32_t>::max();

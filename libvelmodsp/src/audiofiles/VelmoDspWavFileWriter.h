@@ -22,8 +22,6 @@ public:
     String GetDefaultFileExtensionForThisFormat() const override { return ".wav"; }
     bool IsRF64() const override { return isRF64; }
 
-    bool writeSamples(const int** channels, unsigned long numSamples) override;
-
 protected:
     WavFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits);
     bool writeHeader() override;

@@ -6,6 +6,7 @@
 #include "audiofiles/VelmoDspAudioFileReader.cpp"
 #include "audiofiles/VelmoDspAudioFileWriter.cpp"
 #include "audiofiles/VelmoDspAudioFilesManager.cpp"
+#include "audiofiles/VelmoDspFrameConversion.cpp"
 #include "audiofiles/VelmoDspFrameHistory.cpp"
 #include "audiofiles/VelmoDspFrameReader.cpp"
 #include "audiofiles/VelmoDspMp3FileReader.cpp"

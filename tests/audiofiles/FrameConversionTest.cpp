@@ -1,0 +1,215 @@
+// Samples of every depth and byte order, in files of one channel to many, read and written from any frame on in any
+// number: compared bit for bit with arithmetic on the bytes, one sample at a time.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+#include "audiofiles/FileBytes.h"
+#include "audiofiles/VelmoDspAudioFileReader.h"
+#include "audiofiles/VelmoDspAudioFileWriter.h"
+#include "files/VelmoDspFile.h"
+#include "support/TempFolder.h"
+#include "utils/VelmoDspAudioBuffer.h"
+
+namespace velmodsp {
+namespace {
+
+using Samples = std::vector<float>;
+
+/// Sounds of which some are longer than any block of the readers and writers, and some wider than a vector.
+constexpr struct Shape {
+    unsigned int numChannels;
+    unsigned long numFrames;
+} Shapes[] = {{1, 17001}, {2, 9001}, {3, 9001}, {5, 1501}, {8, 1501}, {32, 1501}};
+constexpr float Untouched = 77.0f;
+
+struct Encoding {
+    const char* name;
+    bool isAiff, isFloat, isLittleEndian;
+    unsigned int size;  // bytes
+};
+
+/// The integer or the bits of the float that the `size` bytes of a sample stand for.
+std::int64_t ValueOf(const Encoding& encoding, const unsigned char* bytes) {
+    std::int64_t value = 0;
+    for (unsigned int i = 0; i < encoding.size; ++i)
+        value = value * 256 + bytes[encoding.isLittleEndian ? encoding.size - 1 - i : i];
+    if (encoding.isFloat) return value;
+    const std::int64_t half = std::int64_t{1} << (8 * encoding.size - 1);
+    const bool isUnsigned = encoding.size == 1 && !encoding.isAiff;
+    return isUnsigned ? value - half : value < half ? value : value - 2 * half;
+}
+
+Samples DecodedBy(const Encoding& encoding, const Bytes& data) {
+    Samples samples;
+    for (std::size_t i = 0; i < data.size(); i += encoding.size) {
+        const std::int64_t value = ValueOf(encoding, &data[i]);
+        const double fullScale = std::ldexp(1.0, 8 * static_cast<int>(encoding.size) - 1);
+        samples.push_back(encoding.isFloat ? std::bit_cast<float>(static_cast<std::uint32_t>(value))
+                                           : static_cast<float>(static_cast<double>(value) / fullScale));
+    }
+    return samples;
+}
+
+Bytes SoundFile(const Encoding& encoding, const Shape& shape, const Bytes& data) {
+    const unsigned int bits = 8 * encoding.size;
+    if (encoding.isAiff) {
+        const char* const compression = encoding.isFloat ? "FL32" : encoding.isLittleEndian ? "sowt" : "NONE";
+        const Bytes chunks =
+            AiffCommon(shape.numChannels, static_cast<unsigned int>(shape.numFrames), bits, compression) +
+            AiffSound(data);
+        return Text("FORM") + Be32(4 + chunks.size()) + Text("AIFC") + chunks;
+    }
+    const Bytes chunks = WavFormat(encoding.isFloat ? 3 : 1, shape.numChannels, 48000, bits) + RiffChunk("data", data);
+    return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks;
+}
+
+int BitsOf(float sample) { return std::bit_cast<int>(sample); }
+
+bool AreSame(const float* left, const float* right, std::size_t n) {
+    return std::memcmp(left, right, n * sizeof(float)) == 0;
+}
+
+/// Checks a read of `n` frames from `start` on against the interleaved `expected`, and that it touches nothing else.
+void ExpectRead(AudioFileReader& reader, const Samples& expected, unsigned long start, unsigned long n) {
+    SCOPED_TRACE(testing::Message() << n << " frames from " << start << " on");
+    const unsigned int channels = reader.GetNumChannels();
+    AudioBuffer buffer(channels, n + 6, true);
+    buffer.Fill(Untouched);
+    ASSERT_TRUE(reader.ReadSamples(buffer, 3, n, start));
+    for (unsigned int k = 0; k < channels; ++k) {
+        Samples channel(n + 6, Untouched);
+        for (unsigned long i = 0; i < n; ++i)
+            channel[i + 3] = start + i < reader.GetLengthInSamples() ? expected[(start + i) * channels + k] : 0.0f;
+        ASSERT_TRUE(AreSame(buffer.GetChannel(k), channel.data(), n + 6)) << "channel " << k;
+    }
+    // The last channel alone, as the words that the floats were made of.
+    std::vector<int> words(n);
+    std::vector<int*> channelPointers(channels + 1, nullptr);
+    channelPointers[channels - 1] = words.data();
+    ASSERT_TRUE(reader.readSamples(channelPointers.data(), n, start));
+    const float* const floats = buffer.GetChannel(channels - 1) + 3;
+    for (unsigned long i = 0; i < n; ++i)
+        ASSERT_EQ(reader.UsesFloatingPointData() ? words[i] : BitsOf(static_cast<float>(words[i] * 0x1p-31)),
+                  BitsOf(floats[i]));
+}
+
+TEST(FrameConversion, ReadsEveryEncodingFromAnyFrameOn) {
+    const TempFolder folder;
+    std::mt19937 random(1);
+    for (const Encoding& encoding : {Encoding{"WAV 8", false, false, true, 1},
+                                     {"WAV 16", false, false, true, 2},
+                                     {"WAV 24", false, false, true, 3},
+                                     {"WAV 32", false, false, true, 4},
+                                     {"WAV float", false, true, true, 4},
+                                     {"AIFF 8", true, false, false, 1},
+                                     {"AIFF 16", true, false, false, 2},
+                                     {"AIFF 24", true, false, false, 3},
+                                     {"AIFF 32", true, false, false, 4},
+                                     {"AIFF float", true, true, false, 4},
+                                     {"sowt 24", true, false, true, 3}}) {
+        for (const Shape& shape : Shapes) {
+            SCOPED_TRACE(testing::Message() << encoding.name << ", " << shape.numChannels << " channels");
+            Bytes data(shape.numFrames * shape.numChannels * encoding.size);
+            for (unsigned char& byte : data) byte = static_cast<unsigned char>(random());
+            WriteBytes(folder / "sound", SoundFile(encoding, shape, data));
+            const auto reader = AudioFileReader::CreateReaderFor(File(String(folder / "sound")));
+            const Samples expected = DecodedBy(encoding, data);
+            for (unsigned long n = 1; n < 12; ++n) ExpectRead(*reader, expected, 5 * n, n);
+            ExpectRead(*reader, expected, 0, shape.numFrames);
+            ExpectRead(*reader, expected, shape.numFrames - 1051, 1058);
+        }
+    }
+}
+
+/// What the sample becomes in a file of integers, rounded to 32 bits and cut to `size` bytes of these.
+std::int64_t IntegerFor(float sample, unsigned int size) {
+    const double scaled = std::isnan(sample) ? 0.0 : std::nearbyint(std::ldexp(static_cast<double>(sample), 31));
+    return static_cast<std::int64_t>(std::clamp(scaled, -0x1p31, 0x1p31 - 1)) >> (32 - 8 * size);
+}
+
+Bytes EncodedBy(const Encoding& encoding, const Samples& samples) {
+    Bytes data;
+    for (const float sample : samples) {
+        std::int64_t value = encoding.isFloat ? BitsOf(sample) : IntegerFor(sample, encoding.size);
+        if (encoding.size == 1 && !encoding.isAiff) value += 128;
+        for (unsigned int i = 0; i < encoding.size; ++i) {
+            const unsigned int place = encoding.isLittleEndian ? i : encoding.size - 1 - i;
+            data.push_back(static_cast<unsigned char>(value >> 8 * place));
+        }
+    }
+    return data;
+}
+
+/// Noise that passes full scale now and then, among values at the edges of the conversion.
+Samples Interleaved(std::size_t n) {
+    constexpr float infinity = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float edges[] = {0.0f,     -0.0f,     1.0f, -1.0f, 0x1.fffffep-1f, -0x1.fffffep-1f, 0x1p-32f, -0x1.8p-31f,
+                               infinity, -infinity, nan,  -nan,  0x1.000002p0f,  -0x1.000002p0f,  1e-42f,   3e38f};
+    std::mt19937 random(2);
+    Samples samples(n);
+    for (float& sample : samples) {
+        const auto edge = random() % 64;
+        const double noise = (static_cast<double>(random()) / 0x1p31 - 1.0) * 1.1;
+        sample = edge < std::size(edges) ? edges[edge] : static_cast<float>(noise);
+    }
+    return samples;
+}
+
+/// Writes the buffer's samples from `start` on as the words of the file's samples.
+bool WriteWords(AudioFileWriter& writer, const AudioBuffer& buffer, unsigned long start) {
+    std::vector<int> words;
+    for (unsigned int k = 0; k < buffer.GetNumChannels(); ++k)
+        for (unsigned long i = start; i < buffer.GetNumSamples(); ++i) {
+            const float sample = buffer.GetChannel(k)[i];
+            words.push_back(writer.UsesFloatingPointData() ? BitsOf(sample) : static_cast<int>(IntegerFor(sample, 4)));
+        }
+    std::vector<const int*> channels;
+    for (unsigned int k = 0; k < buffer.GetNumChannels(); ++k)
+        channels.push_back(&words[k * (buffer.GetNumSamples() - start)]);
+    return writer.writeSamples(channels.data(), buffer.GetNumSamples() - start);
+}
+
+TEST(FrameConversion, WritesEveryEncodingInAnyBlocks) {
+    const TempFolder folder;
+    for (const Encoding& encoding : {Encoding{"a8.wav", false, false, true, 1},
+                                     {"a16.wav", false, false, true, 2},
+                                     {"a24.wav", false, false, true, 3},
+                                     {"a32.wav", false, true, true, 4},
+                                     {"a8.aiff", true, false, false, 1},
+                                     {"a16.aiff", true, false, false, 2},
+                                     {"a24.aiff", true, false, false, 3},
+                                     {"a32.aiff", true, false, false, 4}}) {
+        for (const Shape& shape : Shapes) {
+            SCOPED_TRACE(testing::Message() << encoding.name << ", " << shape.numChannels << " channels");
+            const unsigned int channels = shape.numChannels;
+            const Samples samples = Interleaved(shape.numFrames * channels);
+            AudioBuffer buffer(channels, shape.numFrames, true);
+            for (std::size_t i = 0; i < samples.size(); ++i)
+                buffer.GetChannel(static_cast<unsigned int>(i % channels))[i / channels] = samples[i];
+
+            const std::string path = folder / (std::to_string(channels) + encoding.name);
+            auto writer = AudioFileWriter::CreateWriterFor(File(String(path)), 48000, channels,
+                                                           static_cast<int>(8 * encoding.size), false);
+            unsigned long start = 0;
+            for (unsigned long n = 1; n < 12; start += n++) EXPECT_TRUE(writer->WriteSamples(buffer, start, n));
+            EXPECT_TRUE(writer->WriteSamples(buffer, start, shape.numFrames - 301 - start));
+            EXPECT_TRUE(WriteWords(*writer, buffer, shape.numFrames - 301));
+            writer.reset();
+
+            const Bytes file = ReadBytes(path), expected = EncodedBy(encoding, samples);
+            const std::size_t headerSize = encoding.isAiff ? 54 : 104;
+            ASSERT_GE(file.size(), headerSize + expected.size());
+            EXPECT_EQ(std::memcmp(&file[headerSize], expected.data(), expected.size()), 0);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace velmodsp
