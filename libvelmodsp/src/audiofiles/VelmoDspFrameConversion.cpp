@@ -28,22 +28,35 @@ std::size_t FramesForVectors(std::size_t numFrames, std::size_t bytesPerFrame, s
     return numFrames > framesBehind ? (numFrames - framesBehind) / VectorSize * VectorSize : 0;
 }
 
-/// One sample between its bytes and its form in memory.
+/// Calls `function(first, n)` for tiles of `n` frames from `first` on, which together are those from `start` to `end`.
+template <typename Function>
+void ForEachTile(std::size_t start, std::size_t end, std::size_t bytesPerFrame, Function function) {
+    const std::size_t tile = FramesPerTile(bytesPerFrame);
+    for (std::size_t first = start; first < end; first += tile) function(first, std::min(tile, end - first));
+}
+
+/// One channel, sample by sample, from frame `start` to `end`. `frames` points at its sample of the first frame.
 template <class Codec, SampleForm Form>
 struct OneByOne {
-    static void Decode(const unsigned char* bytes, int* sample) noexcept {
-        const std::uint32_t word = Codec::Decode(bytes);
-        StoreWord(Form == SampleForm::Floats ? FloatOfWord(word) : word, sample);
+    static void Decode(const unsigned char* frames, std::size_t bytesPerFrame, std::size_t start, std::size_t end,
+                       int* dest) noexcept {
+        for (std::size_t i = start; i < end; ++i) {
+            const std::uint32_t word = Codec::Decode(frames + i * bytesPerFrame);
+            StoreWord(Form == SampleForm::Floats ? FloatOfWord(word) : word, dest + i);
+        }
     }
 
-    static void Encode(const int* sample, unsigned char* bytes) noexcept {
-        const std::uint32_t word = LoadWord(sample);
-        Codec::Encode(Form == SampleForm::Floats ? WordOfFloat(word) : word, bytes);
+    static void Encode(const int* source, std::size_t start, std::size_t end, std::size_t bytesPerFrame,
+                       unsigned char* frames) noexcept {
+        for (std::size_t i = start; i < end; ++i) {
+            const std::uint32_t word = LoadWord(source + i);
+            Codec::Encode(Form == SampleForm::Floats ? WordOfFloat(word) : word, frames + i * bytesPerFrame);
+        }
     }
 };
 
-/// The same for vectors of samples, with results that are the same bit for bit. All counts of frames are multiples of
-/// the vector's size.
+/// Vectors of samples, with results that are the same bit for bit. All counts of frames are multiples of the vector's
+/// size.
 template <class Vector, class Codec, SampleForm Form>
 struct Vectors {
     static constexpr std::size_t sampleSize = Codec::size;
@@ -144,9 +157,9 @@ struct FrameCodec {
                 done = n;
             }
         }
-        for (const std::size_t tile = FramesPerTile(format.bytesPerFrame); done < numFrames; done += tile)
-            DecodeTile(format, frames + done * format.bytesPerFrame, std::min(tile, numFrames - done), channels,
-                       offset + done);
+        ForEachTile(done, numFrames, format.bytesPerFrame, [&](std::size_t first, std::size_t n) {
+            DecodeTile(format, frames + first * format.bytesPerFrame, n, channels, offset + first);
+        });
     }
 
     static void Encode(const FrameFormat& format, unsigned char* frames, std::size_t numFrames,
@@ -162,9 +175,9 @@ struct FrameCodec {
                 done = n;
             }
         }
-        for (const std::size_t tile = FramesPerTile(format.bytesPerFrame); done < numFrames; done += tile)
-            EncodeTile(format, frames + done * format.bytesPerFrame, std::min(tile, numFrames - done), channels,
-                       offset + done);
+        ForEachTile(done, numFrames, format.bytesPerFrame, [&](std::size_t first, std::size_t n) {
+            EncodeTile(format, frames + first * format.bytesPerFrame, n, channels, offset + first);
+        });
     }
 
 private:
@@ -185,8 +198,7 @@ private:
                 Many::DecodeFour(bytes, format.bytesPerFrame, done, dest);
             }
             for (unsigned int k = 0; k < count; ++k)
-                for (std::size_t i = done; i < numFrames; ++i)
-                    One::Decode(bytes + i * format.bytesPerFrame + k * sampleSize, dest[k] + i);
+                One::Decode(bytes + k * sampleSize, format.bytesPerFrame, done, numFrames, dest[k]);
         }
     }
 
@@ -207,8 +219,7 @@ private:
                 Many::EncodeFour(source, format.bytesPerFrame, done, bytes);
             }
             for (unsigned int k = 0; k < count; ++k)
-                for (std::size_t i = done; i < numFrames; ++i)
-                    One::Encode(source[k] + i, bytes + i * format.bytesPerFrame + k * sampleSize);
+                One::Encode(source[k], done, numFrames, format.bytesPerFrame, bytes + k * sampleSize);
         }
     }
 };
