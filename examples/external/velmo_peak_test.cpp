@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,7 +65,7 @@ TEST_F(PeakObject, HoldsTheHighestLevelAndFalls) {
     const std::vector<double> first = Perform(chain, {0.5, 0.0, NAN, -0.9});
     const std::vector<double> second = Perform(chain, {INFINITY, 0.0, 0.0, 0.25});
     const double expected[] = {0.5, 0.05, 0.005, 0.9, 0.09, 0.009, 0.0009, 0.25};
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
         EXPECT_NEAR(first[i], expected[i], 1e-15) << i;
         EXPECT_NEAR(second[i], expected[i + 4], 1e-15) << i;
     }

@@ -20,7 +20,7 @@ public:
     Utf8Terminal& operator=(const Utf8Terminal&) = delete;
 
 private:
-    unsigned long encoding = 0, mode = 0;  // as they were; unused where terminals do so by themselves
+    [[maybe_unused]] unsigned long encoding = 0, mode = 0;  // as they were; unused where terminals do so by themselves
 };
 
 /// Whether a stream such as `stdin` is a terminal, where somebody may type or read.
