@@ -155,7 +155,8 @@ t_max_err class_addmethod(t_class* c, const method m, const char* name, ...) {
     if (c == nullptr || m == nullptr || name == nullptr) return MAX_ERR_INVALID_PTR;
     std::va_list arguments;
     va_start(arguments, name);
-    const std::vector<int> types = ReadTypes(va_arg(arguments, int), arguments);
+    const int first = va_arg(arguments, int);  // on its own: reading moves on the list that is handed over next
+    const std::vector<int> types = ReadTypes(first, arguments);
     va_end(arguments);
 
     t_messlist message{gensym(name), m, {}};
