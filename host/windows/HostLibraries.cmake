@@ -10,7 +10,6 @@ function(velmo_read_exports result library)
   set(${result} ${names} PARENT_SCOPE)
 endfunction()
 
-set(VELMO_PROGRAM_EXPORTS ${CMAKE_CURRENT_BINARY_DIR}/program.def)
 set(all_functions "")
 foreach(library MaxAPI MaxAudio)
   velmo_read_exports(functions ${library})
@@ -25,12 +24,12 @@ foreach(library MaxAPI MaxAudio)
   set_target_properties(${library} PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 endforeach()
 list(JOIN all_functions "\n    " all_functions)
-file(CONFIGURE OUTPUT ${VELMO_PROGRAM_EXPORTS} CONTENT "EXPORTS\n    ${all_functions}\n" @ONLY)
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/host/program.def CONTENT "EXPORTS\n    ${all_functions}\n" @ONLY)
 
 # Lets `target`, a program that embeds the host, export its functions to the two libraries, and puts it beside them,
 # where Windows looks for them when a plug-in is loaded.
 function(velmo_use_host_libraries target)
-  target_sources(${target} PRIVATE ${VELMO_PROGRAM_EXPORTS})
+  target_sources(${target} PRIVATE ${PROJECT_BINARY_DIR}/host/program.def)
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
   add_dependencies(${target} MaxAPI MaxAudio)
 endfunction()

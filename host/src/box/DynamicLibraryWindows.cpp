@@ -15,7 +15,9 @@ namespace fs = std::filesystem;
 
 DynamicLibrary DynamicLibrary::Load(const fs::path& path, std::string& error) {
     DynamicLibrary library;
-    library.handle = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // What it imports is beside this program, as the host's own libraries are, beside itself, or the system's.
+    library.handle = LoadLibraryExW(fs::path(path).make_preferred().c_str(), nullptr,
+                                    LOAD_LIBRARY_SEARCH_DEFAULT_DIRS | LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR);
     if (library.handle == nullptr) error = std::system_category().message(static_cast<int>(GetLastError()));
     return library;
 }
