@@ -6,13 +6,15 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/PathText.h"
+
 namespace velmohost {
 namespace {
 
 /// At least 1, so that missing files count as well.
 double Weight(const std::string& path) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = std::filesystem::file_size(SystemPath(path), error);
     return error ? 1.0 : std::max(1.0, static_cast<double>(size));
 }
 

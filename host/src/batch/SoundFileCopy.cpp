@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "audiofiles/VelmoDspFrameConversion.h"
+#include "core/PathText.h"
 #include "sound/SoundError.h"
 #include "sound/SoundPath.h"
 #include "utils/VelmoDspException.h"
@@ -98,7 +99,8 @@ bool SoundFileCopy::Finish() {
     source.reset();  // may be the very file that is replaced
     writer.reset();
     std::error_code error;  // where permissions cannot be set, the samples still count
-    fs::permissions(pending.TemporaryPath(), fs::status(sourcePath, error).permissions(), error);
+    const fs::perms permissions = fs::status(SystemPath(sourcePath), error).permissions();
+    fs::permissions(SystemPath(pending.TemporaryPath()), permissions, error);
     return pending.Finish();
 }
 

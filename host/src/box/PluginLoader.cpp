@@ -6,6 +6,7 @@
 
 #include "box/DynamicLibrary.h"
 #include "core/Classes.h"
+#include "core/PathText.h"
 #include "core/PluginCall.h"
 #include "window/MaxWindow.h"
 
@@ -15,13 +16,13 @@ namespace {
 namespace fs = std::filesystem;
 
 /// A class name is one file's name: one that leads into other folders names no class.
-bool IsFileName(const std::string& name) { return !name.empty() && fs::path(name).filename() == fs::path(name); }
+bool IsFileName(const std::string& name) { return !name.empty() && SystemPath(name).filename() == SystemPath(name); }
 
 std::optional<fs::path> FindPlugin(const std::vector<fs::path>& folders, const std::string& name) {
     if (!IsFileName(name)) return std::nullopt;
     for (const fs::path& folder : folders) {
         std::error_code error;
-        fs::path file = folder / (name + VELMO_EXTERNAL_SUFFIX);
+        fs::path file = folder / SystemPath(name + VELMO_EXTERNAL_SUFFIX);
         if (fs::exists(file, error)) return file;
     }
     return std::nullopt;
@@ -44,8 +45,8 @@ bool RunEntryPoint(const DynamicLibrary& library) {
 std::string LoadPlugin(const fs::path& file) {
     std::string reason;
     const DynamicLibrary library = DynamicLibrary::Load(fs::absolute(GetPluginBinary(file)), reason);
-    if (!library) return "could not load " + file.string() + ": " + reason;
-    if (!RunEntryPoint(library)) return file.string() + " is no plug-in: it has neither ext_main nor main";
+    if (!library) return "could not load " + TextFromPath(file) + ": " + reason;
+    if (!RunEntryPoint(library)) return TextFromPath(file) + " is no plug-in: it has neither ext_main nor main";
     return "";
 }
 
@@ -66,12 +67,13 @@ t_class* PluginLoader::FindClass(const std::string& name) {
         return nullptr;
     }
     t_class* const loaded = velmohost::FindClass("box", name);
-    if (loaded == nullptr) PostRow(RowKind::Error, name.c_str(), (file->string() + " brings no such object").c_str());
+    if (loaded == nullptr)
+        PostRow(RowKind::Error, name.c_str(), (TextFromPath(*file) + " brings no such object").c_str());
     return loaded;
 }
 
 std::vector<fs::path> GetPackageFolders(const fs::path& programFolder) {
-    return {programFolder / "package" / "externals", programFolder / "externals"};
+    return {programFolder / u8"package" / u8"externals", programFolder / u8"externals"};
 }
 
 }  // namespace velmohost

@@ -11,6 +11,7 @@
 #include "commands/Notice.h"
 #include "commands/Progress.h"
 #include "commands/UsageError.h"
+#include "core/PathText.h"
 #include "sound/SoundError.h"
 #include "sound/TextFile.h"
 
@@ -71,7 +72,7 @@ void BatchRun::DoFile(std::size_t file, const Job& job) {
     FileOutcome& outcome = outcomes[file];
     outcome.path = files[file].path;
     try {
-        if (std::error_code error; std::filesystem::is_directory(outcome.path, error)) {
+        if (std::error_code error; std::filesystem::is_directory(SystemPath(outcome.path), error)) {
             throw CannotRead(outcome.path, "it is a folder; --recursive walks it");
         }
         job(file, outcome);

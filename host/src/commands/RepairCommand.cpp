@@ -11,6 +11,7 @@
 #include "batch/FileRepair.h"
 #include "commands/BatchRun.h"
 #include "commands/RepairOutputs.h"
+#include "core/PathText.h"
 #include "report/ReportPage.h"
 #include "sound/SoundError.h"
 #include "sound/TextFile.h"
@@ -55,12 +56,12 @@ private:
     /// An output is free for one file of the batch, unless it exists and must stay.
     void ClaimOutput(const FileOutcome& outcome) {
         std::error_code error;
-        if (!options.overwrite && fs::exists(fs::symlink_status(outcome.output, error))) {
+        if (!options.overwrite && fs::exists(fs::symlink_status(SystemPath(outcome.output), error))) {
             throw SoundError("cannot repair " + outcome.path + ": " + outcome.output +
                              " exists already (replace it with --overwrite)");
         }
         const std::lock_guard lock(mutex);
-        if (!claimed.insert(fs::weakly_canonical(outcome.output)).second) {
+        if (!claimed.insert(fs::weakly_canonical(SystemPath(outcome.output))).second) {
             throw SoundError("cannot repair " + outcome.path + ": " + outcome.output + " belongs to another file");
         }
     }

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "commands/UsageError.h"
+#include "core/PathText.h"
 
 namespace velmohost {
 namespace {
@@ -13,31 +14,35 @@ namespace fs = std::filesystem;
 
 bool IsFolder(const std::string& path) {
     std::error_code error;
-    return fs::is_directory(path, error);
+    return fs::is_directory(SystemPath(path), error);
 }
 
 /// Whether -o means a folder: there is one of that name, it is written as one, or several files may have to go there.
 bool NamesFolder(const RepairOptions& options) {
-    return IsFolder(*options.output) || !fs::path(*options.output).has_filename() || options.files.size() > 1 ||
+    return IsFolder(*options.output) || !SystemPath(*options.output).has_filename() || options.files.size() > 1 ||
            IsFolder(options.files.front());
 }
 
 void CheckFolder(const std::string& output) {
     std::error_code error;
-    if (fs::exists(output, error) && !IsFolder(output)) {
+    if (fs::exists(SystemPath(output), error) && !IsFolder(output)) {
         throw UsageError("-o: " + output + " is a file; several files need a folder");
     }
 }
 
 void CheckSameExtension(const std::string& source, const std::string& output) {
-    const std::string wanted = fs::path(source).extension().string();
-    if (fs::path(output).extension().string() != wanted) {
-        throw UsageError("-o: a repaired file stays what it is; give it the extension \"" + wanted + "\"");
+    const fs::path wanted = SystemPath(source).extension();
+    if (SystemPath(output).extension() != wanted) {
+        throw UsageError("-o: a repaired file stays what it is; give it the extension \"" + TextFromPath(wanted) +
+                         "\"");
     }
 }
 
 std::string BesideSource(const fs::path& source) {
-    return (source.parent_path() / (source.stem().string() + "-repaired" + source.extension().string())).string();
+    fs::path name = source.stem();
+    name += SystemPath("-repaired");
+    name += source.extension();
+    return TextFromPath(source.parent_path() / name);
 }
 
 }  // namespace
@@ -49,9 +54,10 @@ std::vector<std::string> ChooseOutputs(const RepairOptions& options, const std::
     std::vector<std::string> outputs;
     for (const ListedFile& file : files) {
         if (!options.output) {
-            outputs.push_back(BesideSource(file.path));
+            outputs.push_back(BesideSource(SystemPath(file.path)));
         } else {
-            outputs.push_back(intoFolder ? (fs::path(*options.output) / file.relative).string() : *options.output);
+            outputs.push_back(intoFolder ? TextFromPath(SystemPath(*options.output) / SystemPath(file.relative))
+                                         : *options.output);
         }
     }
     return outputs;

@@ -11,10 +11,10 @@ constexpr bool kVolumesHaveNames = false;  // a colon belongs to a drive, or to 
 
 }  // namespace
 
+std::filesystem::path SystemPath(const std::string& text) { return std::u8string(text.begin(), text.end()); }
+
 std::filesystem::path PathFromText(const std::string& text) {
-    const std::string translated = kVolumesHaveNames ? TranslateVolume(text) : text;
-    // By way of char8_t, since a path of plain char is read in the system's code page on Windows.
-    return std::filesystem::path(std::u8string(translated.begin(), translated.end()));
+    return SystemPath(kVolumesHaveNames ? TranslateVolume(text) : text);
 }
 
 std::string TextFromPath(const std::filesystem::path& path) {

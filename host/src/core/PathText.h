@@ -5,6 +5,10 @@
 
 namespace velmohost {
 
+/// The system's path for a UTF-8 text. Everything that takes a path of text goes this way, since a path made of plain
+/// text is read in an old code page on Windows.
+std::filesystem::path SystemPath(const std::string& text);
+
 /// The system's path for a path in the host's form: UTF-8 with "/" between its parts, on macOS also "VOLUME:/FOLDER".
 std::filesystem::path PathFromText(const std::string& text);
 

@@ -6,6 +6,7 @@
 
 #include "audiofiles/VelmoDspAiffFileReader.h"
 #include "audiofiles/VelmoDspWavFileReader.h"
+#include "core/PathText.h"
 #include "sound/SoundError.h"
 #include "sound/SoundPath.h"
 #include "utils/VelmoDspException.h"
@@ -48,7 +49,7 @@ std::unique_ptr<velmodsp::AudioFileWriter> CreateWriter(const SoundSink::Format&
         std::unique_ptr<velmodsp::AudioFileWriter> writer(velmodsp::AudioFileWriter::CreateWriterFor(
             LibraryFile(path), format.samplerate, format.numChannels, format.bitsPerSample, false));
         // The writer itself opens an unwritable place without complaint, and fails at the first sample.
-        if (writer && fs::exists(path)) return writer;
+        if (writer && fs::exists(SystemPath(path))) return writer;
     } catch (const std::exception& cause) {
         throw CannotWrite(format.path, cause.what());
     }

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "core/PathText.h"
 #include "sound/SoundError.h"
 #include "sound/SoundPath.h"
 #include "utils/VelmoDspException.h"
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 
 std::unique_ptr<velmodsp::AudioFileReader> Open(const std::string& path) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(SystemPath(path), error);
     if (!fs::exists(status)) throw CannotRead(path, "no such file");
     if (fs::is_directory(status)) throw CannotRead(path, "it is a folder");
     try {
