@@ -10,7 +10,9 @@
 #include "math/VelmoDspMatrix.h"
 #include "support/FileBytes.h"
 #include "support/FileSizeLimit.h"
+#ifndef _WIN32
 #include "support/MatFile.h"
+#endif
 #include "support/MessageOf.h"
 #include "support/Noise.h"
 #include "support/ScopedVariable.h"
@@ -42,7 +44,9 @@ TEST(AudioBufferConversions, MatricesHaveARowForEachChannel) {
     back.CopyFrom(matrix);
     EXPECT_EQ(back.GetNumChannels(), 2u);
     EXPECT_THAT(Channel(back, 0), ElementsAre(7, 8, 9));
+#ifndef _WIN32  // where no matrix is that high
     EXPECT_THROW(back.CopyFrom(Matrix<float>((1ul << 32) + 1, 0)), Exception);
+#endif
     EXPECT_THAT(Channel(back, 1), ElementsAre(0, 0, 0));
 }
 
@@ -65,6 +69,7 @@ protected:
     ScopedVariable dataHome{"XDG_DATA_HOME", trash.Path().string()};
 };
 
+#ifndef _WIN32  // the library that reads the files back is not there
 TEST_F(AudioBufferFiles, MatFilesHoldEveryBit) {
     const FilledBuffer buffer({oddities, {1, 2, 3, 4}});
     Samples frames;  // the order of the file: column by column, which is frame by frame
@@ -78,6 +83,7 @@ TEST_F(AudioBufferFiles, MatFilesHoldEveryBit) {
     const FileSizeLimit fullDisk(100);
     EXPECT_FALSE(buffer.SaveAsMatFile(At("other.mat"), "take"));
 }
+#endif
 
 TEST_F(AudioBufferFiles, SoundFilesComeBackInTheirDepth) {
     const Samples noise = Noise(20000, 1);
@@ -126,10 +132,12 @@ TEST_F(AudioBufferFiles, WhatCannotBeReadOrWrittenIsToldAndChangesNothing) {
     EXPECT_FALSE(buffer.SaveAsAudioFile(At("text.wav"), 48000, 16, false)) << "may not be overwritten";
     EXPECT_EQ(ReadBytes(folder / "text.wav"), "no sound at all");
 
+#ifndef _WIN32                          // no limit to a file's size there
     const FileSizeLimit fullDisk(110);  // room for the header and one sample
     EXPECT_FALSE(buffer.SaveAsAudioFile(At("a.wav"), 48000, 32, false));
     const FileSizeLimit fullerDisk(50);
     EXPECT_FALSE(AudioBuffer(1, 0, true).SaveAsAudioFile(At("b.wav"), 48000, false));
+#endif
 }
 
 }  // namespace

@@ -96,7 +96,7 @@ protected:
     }
 
     std::string WithoutFolder(std::string text) {
-        const std::string path = folder.Path().string() + "/";
+        const std::string path = Utf8Text(folder.Path()) + "/";
         for (std::size_t at; (at = text.find(path)) != std::string::npos;) text.erase(at, path.size());
         return text;
     }
@@ -104,7 +104,7 @@ protected:
     std::vector<std::string> FileNames() {
         std::vector<std::string> names;
         for (const auto& entry : fs::recursive_directory_iterator(folder.Path())) {
-            if (entry.is_regular_file()) names.push_back(WithoutFolder(entry.path().string()));
+            if (entry.is_regular_file()) names.push_back(WithoutFolder(Utf8Text(entry.path())));
         }
         std::sort(names.begin(), names.end());
         return names;
@@ -183,7 +183,9 @@ TEST_F(BatchTest, RepairChangesTheBadSamplesAndNothingElse) {
         "written to take-repaired.wav\n");
     EXPECT_EQ(status, 0) << errors;
     EXPECT_TRUE(velmodsp::ReadBytes(folder / "take-repaired.wav") == Wav(expected, 2, cutOff));
+#ifndef _WIN32  // where files have no such permissions
     EXPECT_EQ(fs::status(folder / "take-repaired.wav").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+#endif
     EXPECT_TRUE(velmodsp::ReadBytes(folder / "take.wav") == Wav(samples, 2, cutOff)) << "the source changed";
 }
 
@@ -227,12 +229,14 @@ TEST_F(BatchTest, NothingIsLostOnTheWay) {
     EXPECT_EQ(velmodsp::ReadBytes(folder / "a-repaired.wav"), Text("mine"));
 
     options.overwrite = true;
+#ifndef _WIN32  // no limit to a file's size there
     {
         const FileSizeLimit full(50000);
         Repair();
         EXPECT_EQ(status, 1);
         EXPECT_THAT(errors, HasSubstr("is the disk full?"));
     }
+#endif
     EXPECT_THAT(FileNames(), ElementsAre("a-repaired.wav", "a.wav"));
     EXPECT_EQ(velmodsp::ReadBytes(folder / "a-repaired.wav"), Text("mine"));
 

@@ -11,17 +11,18 @@
 
 #include "host/Program.h"
 #include "host/SoundFiles.h"
+#include "support/Pattern.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
-using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 using velmotest::Channels;
+using velmotest::ContainsPattern;
 using velmotest::Outcome;
 using velmotest::ReadSound;
 using velmotest::WriteSound;
@@ -95,7 +96,9 @@ TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
     WriteText("empty.aiff", "");
     WriteSound(folder / "in.wav", {{1, 2, 3}});
     fs::create_hard_link(folder / "in.wav", folder / "hard.wav");
+#ifndef _WIN32  // links that lead to a path are the administrator's there
     fs::create_symlink(folder / "in.wav", folder / "soft.wav");
+#endif
     const Channels before = ReadSound(folder / "in.wav");
     struct Case {
         const char *options, *reason;
@@ -111,7 +114,9 @@ TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
         {"--samplerate 12345 --out out.wav", "12345", 1},
         {"--in in.wav --out in.wav", "velmohost: --in and --out are the same file", 2},
         {"--in in.wav --out hard.wav", "velmohost: --in and --out are the same file", 2},
+#ifndef _WIN32
         {"--in in.wav --out ./soft.wav", "velmohost: --in and --out are the same file", 2},
+#endif
     };
     for (const Case& c : cases) {
         const Outcome outcome = Velmohost(std::string("run tesk.fixnan~ ") + c.options);
@@ -143,10 +148,12 @@ TEST_F(CommandLineTest, RefusedBoxesAndAFullDiskKeepTheOldFile) {
     WriteText("out.wav", "old");
     EXPECT_NE(Velmohost("run 'tesk.fixnan~ @numchannels' --out out.wav --inlets 7").status, 0);
     EXPECT_EQ(ReadText("out.wav"), "old");
+#ifndef _WIN32  // no limit to a file's size there
     const Outcome outcome = Velmohost("run tesk.fixnan~ --seconds 10 --out out.wav", "ulimit -f 64;");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("velmohost: cannot write "));
     EXPECT_EQ(ReadText("out.wav"), "old");
+#endif
     EXPECT_FALSE(fs::exists(folder / "out.part.wav"));
 }
 
@@ -166,7 +173,7 @@ TEST_F(CommandLineTest, InfoTellsWhatTheObjectIs) {
     std::istringstream lines(outcome.out);
     for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80u) << line;
     EXPECT_THAT(outcome.out, HasSubstr("\n                  preset object. This method is")) << "markup is gone";
-    EXPECT_THAT(outcome.out, Not(ContainsRegex("<[a-z]+ */?>")));
+    EXPECT_THAT(outcome.out, Not(ContainsPattern("<[a-z]+ */?>")));
 }
 
 TEST_F(CommandLineTest, InfoTellsMachinesTheSame) {

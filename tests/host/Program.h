@@ -1,11 +1,10 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
 #include <string>
 
+#include "support/ChildProcess.h"
 #include "support/FileBytes.h"
 #include "support/TempFolder.h"
 
@@ -24,14 +23,11 @@ protected:
     Outcome Velmohost(const std::string& arguments, const std::string& shellPrefix = "",
                       const std::string& input = "") {
         WriteText("stdin.txt", input);
-        const std::string command = "cd '" + folder.Path().string() + "' && HOME=\"$PWD\" && " + shellPrefix +
-                                    " cat stdin.txt | '" + VELMO_HOST_PROGRAM + "' " + arguments +
-                                    " >stdout.txt 2>stderr.txt";
-        const int result = std::system(command.c_str());
-        return {WIFEXITED(result) ? WEXITSTATUS(result) : -1, ReadText("stdout.txt"), ReadText("stderr.txt")};
+        const int status = RunProgram(VELMO_HOST_PROGRAM, arguments, folder.Path().string(), shellPrefix);
+        return {status, ReadText("stdout.txt"), ReadText("stderr.txt")};
     }
 
-    std::string ReadText(const std::string& name) { return ReadBytes(folder / name); }
+    std::string ReadText(const std::string& name) { return ::ReadText(folder / name); }
     void WriteText(const std::string& name, const std::string& text) { WriteBytes(folder / name, text); }
 
     TempFolder folder;

@@ -26,7 +26,8 @@ protected:
 
     std::vector<std::string> FileNames() {
         std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.Path())) names.push_back(entry.path().filename());
+        for (const auto& entry : fs::directory_iterator(folder.Path()))
+            names.push_back(entry.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -53,6 +54,7 @@ TEST_F(SoundTest, FilesOfUnknownLengthEndWhereTheyEnd) {
     EXPECT_EQ(SoundSource(folder / "a.wav").NumMissingFrames(), 0u);
 }
 
+#ifndef _WIN32  // the trash is not in the home directory there, and links are the administrator's
 TEST_F(SoundTest, ReplacedFilesGoToTheTrash) {
     // The trash is made in the home directory, so the test brings one of its own.
     fs::create_directories(folder / "home");
@@ -70,18 +72,23 @@ TEST_F(SoundTest, ReplacedFilesGoToTheTrash) {
     }
     EXPECT_TRUE(found) << "the old file's three bytes are gone";
 }
+#endif
 
 TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
     WriteText("a.wav", "old");
     fs::create_directory(folder / "folder.wav");
+#ifndef _WIN32
     fs::create_symlink("/dev/null", folder / "device.wav");
+#endif
     const std::uint64_t tooLong = std::numeric_limits<std::uint32_t>::max() / 2;
     const std::pair<SoundSink::Format, const char*> refused[] = {
         {{folder / "a.wav", 12345.0, 1, 16, 10}, "12345"},
         {{folder / "a.wav", 44100.0, 1, 12, 10}, "12"},
         {{folder / "a.ogg", 44100.0, 1, 16, 10}, "only WAV and AIFF"},
         {{folder / "folder.wav", 44100.0, 1, 16, 10}, "folder"},
+#ifndef _WIN32
         {{folder / "device.wav", 44100.0, 1, 16, 10}, "plain file"},
+#endif
         {{folder / "a.aiff", 44100.0, 1, 16, tooLong}, "4 GB"},
         {{folder / "a.wav", 44100.0, 1, 16, std::uint64_t{1} << 60}, "do not fit on the disk"},
     };
@@ -89,7 +96,8 @@ TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
         const auto open = [&chosen = format] { SoundSink(chosen, 10); };
         EXPECT_THAT(open, testing::ThrowsMessage<SoundError>(AllOf(HasSubstr("cannot write "), HasSubstr(reason))));
     }
-    EXPECT_THAT(FileNames(), ElementsAre("a.wav", "device.wav", "folder.wav"));
+    fs::remove(folder / "device.wav");
+    EXPECT_THAT(FileNames(), ElementsAre("a.wav", "folder.wav"));
     EXPECT_EQ(ReadBytes(folder / "a.wav"), "old");
 }
 

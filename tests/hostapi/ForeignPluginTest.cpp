@@ -21,9 +21,8 @@ TEST(ForeignPlugin, LoadsAndRunsWithoutTheFunctionsThatTheHostLacks) {
     EXPECT_THAT(std::vector(rows.begin(), rows.begin() + 2),
                 testing::UnorderedElementsAre("[error] systimer_gettime is not there in this host: calls do nothing",
                                               "[error] qelem_new is not there in this host: calls do nothing"));
-    for (const std::string& row : {rows[2], rows[3]}) {
-        EXPECT_THAT(row, testing::MatchesRegex("\\[post\\] foreign: the time is 0, the queue (\\(nil\\)|0+)"));
-    }
+    for (const std::string& row : {rows[2], rows[3]})
+        EXPECT_EQ(row, "[post] foreign: the time is 0, there is no queue");
     EXPECT_EQ(rows[4], "[post] foreign: the rate is 32000");
 }
 

@@ -23,7 +23,7 @@ TEST(Paths, GoFromFullNamesToFolderNumbersAndBack) {
     EXPECT_NE(path_topotentialname(folder, file, name, 1), 0);
     EXPECT_NE(path_topathname(folder, file, name), 0);
     EXPECT_EQ(path_topathname(folder, "", name), 0);
-    EXPECT_TRUE(fs::equivalent(name, fs::temp_directory_path()));
+    EXPECT_EQ(fs::canonical(name), fs::canonical(fs::temp_directory_path()));
     EXPECT_NE(path_frompathname("/no/such/folder/at/all/x", &folder, file), 0);
     EXPECT_NE(path_topotentialname(-30000, "x", name, 0), 0);
     const std::string tooLong(MAX_PATH_CHARS, 'x');

@@ -92,7 +92,9 @@ TEST(Matrix, KeepsShapeAndElementsTogether) {
     constexpr unsigned long largest = std::numeric_limits<unsigned long>::max();
     const auto tooLarge = [&] { matrix.Resize(2, largest / 2 + 2); };  // 2 elements, if the product wrapped
     EXPECT_THAT(MessageOf(tooLarge), testing::StartsWith("out of memory occured in "));
+#ifndef _WIN32  // where sizes have 32 bits, and a large machine has room for it
     EXPECT_THROW(matrix.Resize(largest, 1), Exception);
+#endif
 
     Matrix<float> target(5, 5);
     target = std::move(matrix);

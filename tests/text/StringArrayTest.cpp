@@ -48,8 +48,10 @@ TEST(StringArray, GrowsWithEmptyStringsAndReportsGrowthThatFails) {
     StringArray array;
     array.PushBack("kept");
     array.Resize(2);
+#ifndef _WIN32  // where sizes have 32 bits, and a large machine has room for it
     EXPECT_THAT(MessageOf([&] { array.Resize(~0ul); }),
                 testing::HasSubstr(" occured in velmodsp::StringArray::Resize(unsigned long)"));
+#endif
     EXPECT_EQ(Contents(array), (std::vector<std::string>{"kept", ""}));
 }
 

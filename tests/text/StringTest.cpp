@@ -106,11 +106,13 @@ TEST(String, KeepsBytesOfEveryValueButEqualityStopsAtAZeroByte) {
     EXPECT_EQ(stream.str(), "..abc");
 }
 
+#ifndef _WIN32  // where sizes have 32 bits, and a text may be that long
 TEST(String, KeepsItsTextWhenGrowthFails) {
     String text("kept");
     EXPECT_THROW(text.Resize(~0ul, ' '), Exception);
     EXPECT_EQ(text, "kept");
 }
+#endif
 
 TEST(StringFormatting, WritesFrequenciesAsPeopleReadThem) {
     const struct {

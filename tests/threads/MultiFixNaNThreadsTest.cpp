@@ -35,8 +35,8 @@ bool IsRightOutput(double y, std::size_t k, bool bypassed) {
            std::count(Replacements.begin(), Replacements.end(), y) > 0;
 }
 
-/// Runs blocks until it is told to stop and counts wrong samples.
-void RunAudio(MultiFixNaN& engine, const Controls& controls, std::atomic<int>& wrong, std::atomic<int>& blocks) {
+/// Runs blocks until it is told to stop, and counts wrong samples and the blocks that were neither muted nor bypassed.
+void RunAudio(MultiFixNaN& engine, const Controls& controls, std::atomic<int>& wrong, std::atomic<int>& liveBlocks) {
     Block<double> in(NumChannels, BlockSize), out(NumChannels, BlockSize);
     for (std::size_t k = 0; k < NumChannels; ++k) {
         for (std::size_t i = 0; i < BlockSize; ++i) in[k][i] = i % 3 == 0 ? NAN : static_cast<double>(k + 1);
@@ -47,7 +47,7 @@ void RunAudio(MultiFixNaN& engine, const Controls& controls, std::atomic<int>& w
         for (std::size_t k = 0; k < NumChannels; ++k) {
             for (double y : out[k]) wrong += !IsRightOutput(y, k, bypass != 0);
         }
-        ++blocks;
+        liveBlocks += mute == 0 && bypass == 0 && disabled == 0;
     }
 }
 
@@ -59,10 +59,10 @@ TEST(MultiFixNaNThreads, PerformsWhileAnotherThreadSetsEverything) {
     engine.SetInletsAndOutletsStatus(std::vector<short>(2 * NumChannels, 1).data());
 
     Controls controls;
-    std::atomic<int> wrong{0}, blocks{0};
-    std::thread audio([&] { RunAudio(engine, controls, wrong, blocks); });
+    std::atomic<int> wrong{0}, liveBlocks{0};
+    std::thread audio([&] { RunAudio(engine, controls, wrong, liveBlocks); });
     int resets = 0;
-    for (int round = 0; round < NumRounds || blocks.load() < NumRounds; ++round) {
+    for (int round = 0; round < NumRounds || liveBlocks.load() < NumRounds; ++round) {
         engine.SetMode(round % 2 == 0 ? "givenvalue" : "lastvalue");
         engine.SetReplacementValue(Replacements[static_cast<std::size_t>(round) % Replacements.size()]);
         engine.EnableAutoMute(round % 5 == 0);

@@ -41,21 +41,33 @@ template <typename Thrown>
 namespace {
 
 using testing::AllOf;
-using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(Backtrace, NamesTheCallerOfTheFunctionThatAsks) { EXPECT_EQ(CallTheAsker(), "velmodsp::CallTheAsker()"); }
+/// Whether a text names the function, or the place in the program on systems that do not know functions by name.
+testing::Matcher<std::string> Names([[maybe_unused]] const char* function) {
+#ifdef _WIN32
+    return testing::HasSubstr("utils_tests.exe+0x");
+#else
+    return testing::HasSubstr(function);
+#endif
+}
+
+TEST(Backtrace, NamesTheCallerOfTheFunctionThatAsks) {
+    EXPECT_THAT(CallTheAsker().Str(), Names("velmodsp::CallTheAsker()"));
+}
 
 TEST(Backtrace, ListsTheStackFromItselfOutwards) {
     StringArray names;
     Backtrace::GetStack(names, 2);
     ASSERT_EQ(names.Size(), 2u);
-    EXPECT_EQ(names[0], "velmodsp::Backtrace::GetStack(velmodsp::StringArray&, unsigned int)");
-    EXPECT_THAT(names[1].Str(), HasSubstr("ListsTheStackFromItselfOutwards"));
+    EXPECT_THAT(names[0].Str(), Names("velmodsp::Backtrace::GetStack(velmodsp::StringArray&, unsigned int)"));
+    EXPECT_THAT(names[1].Str(), Names("ListsTheStackFromItselfOutwards"));
     Backtrace::GetStack(names, 200);
     EXPECT_GT(names.Size(), 5u);
     EXPECT_LT(names.Size(), 200u);
+#ifndef _WIN32
     EXPECT_EQ(std::count(&names[0], &names[0] + names.Size(), String("main")), 1);
+#endif
 }
 
 #ifdef __linux__
@@ -84,12 +96,11 @@ TEST(Demangling, ReturnsWhatIsNoMangledNameUnchanged) {
 
 TEST(GuardedAllocation, SaysWhatHappenedAndWhoAsked) {
     EXPECT_THAT(MessageOf([] { AskForGrowth(std::bad_alloc()); }),
-                AllOf(StartsWith("out of memory occured in "), HasSubstr("velmodsp::AskForGrowth<std::bad_alloc>")));
-    EXPECT_THAT(
-        MessageOf([] { AskForGrowth(std::runtime_error("odd")); }),
-        AllOf(StartsWith("exception odd occured in "), HasSubstr("velmodsp::AskForGrowth<std::runtime_error>")));
+                AllOf(StartsWith("out of memory occured in "), Names("velmodsp::AskForGrowth<std::bad_alloc>")));
+    EXPECT_THAT(MessageOf([] { AskForGrowth(std::runtime_error("odd")); }),
+                AllOf(StartsWith("exception odd occured in "), Names("velmodsp::AskForGrowth<std::runtime_error>")));
     EXPECT_THAT(MessageOf([] { AskForGrowth(5); }),
-                AllOf(StartsWith("unknown exception occured in "), HasSubstr("velmodsp::AskForGrowth<int>")));
+                AllOf(StartsWith("unknown exception occured in "), Names("velmodsp::AskForGrowth<int>")));
     EXPECT_EQ(MessageOf([] { AskForGrowth(Exception(String("as it is"), "x", 1, false, false)); }), "as it is");
 }
 
@@ -98,7 +109,9 @@ TEST(Vector, GrowsWithZerosAndKeepsItsElementsWhenGrowthFails) {
     vector[0] = 1.5;
     ResizeVector(vector, 3);
     EXPECT_THAT(vector, testing::ElementsAre(1.5, 0.0, 0.0));
+#ifndef _WIN32  // where sizes have 32 bits, and a large machine has room for it
     EXPECT_THROW(ResizeVector(vector, ~0ul), Exception);
+#endif
     ResizeVector(vector, 1);
     EXPECT_THAT(vector, testing::ElementsAre(1.5));
 }

@@ -1,7 +1,11 @@
 #include "utils/VelmoDspException.h"
 
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <process.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <functional>
 #include <sstream>

@@ -104,7 +104,7 @@ TEST(Json, HoldsTheStateOneEntryALineInAnyLocale) {
     EXPECT_EQ(keeper.Send("exportdict 3"), Rows{});
     std::locale::global(before);
     velmohost::SetSaveAsAnswer("");
-    EXPECT_EQ(ReadBytes(path),
+    EXPECT_EQ(ReadText(path),
               "{\n"
               "    \"count\" : 3, \n"
               "    \"level\" : 0.500000, \n"
@@ -132,14 +132,16 @@ TEST(Json, ReportsEntriesThatAreNoAtomsAndFilesThatCannotBeWritten) {
     dictionary_appenddictionary(dict, gensym("inner"), &dictionary_new()->d_obj);
     dictionary_appendatomarray(dict, gensym("empty"), &atomarray_new(0, nullptr)->ob);
     EXPECT_TRUE(export_dictionary_json(keeper.x, dict, folder / "a.json"));
-    EXPECT_EQ(ReadBytes(folder / "a.json"), "{\n    \"inner\" : , \n    \"empty\" : \n}\n");
+    EXPECT_EQ(ReadText(folder / "a.json"), "{\n    \"inner\" : , \n    \"empty\" : \n}\n");
     EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: entry inner is not atom ? "});
 
     EXPECT_FALSE(export_dictionary_json(keeper.x, reinterpret_cast<t_dictionary*>(keeper.x), folder / "b.json"));
     EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: couldnt get dict key : MAX_ERR_INVALID_PTR"});
+#ifndef _WIN32  // no disk there that is always full
     dictionary_clear(dict);
     EXPECT_FALSE(export_dictionary_json(keeper.x, dict, "/dev/full"));
     EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: couldnt write /dev/full"});
+#endif
     object_free(dict);
 }
 

@@ -18,8 +18,9 @@ t_class* foreignClass = nullptr;
 void* New() { return object_alloc(foreignClass); }
 
 void Bang(t_object* x) {
-    for (int i = 0; i < 2; ++i)
-        object_post(x, "the time is %g, the queue %p", systimer_gettime(), qelem_new(x, nullptr));
+    for (int i = 0; i < 2; ++i) {
+        object_post(x, "the time is %g, there is %s queue", systimer_gettime(), qelem_new(x, nullptr) ? "a" : "no");
+    }
     object_post(x, "the rate is %g", static_cast<double>(sys_getsr()));
 }
 
