@@ -5,6 +5,7 @@
 #   asan     address and undefined-behaviour sanitizers
 #   tsan     thread sanitizer, the tests with more than one thread
 #   arm64    the kernels for that processor's vectors, under qemu; where its compiler and qemu are installed
+#   windows  the plug-in and the host for Windows, under wine; where its compiler and wine are installed
 set -eu
 cd "$(dirname "$0")"
 scripts/install-packages.sh
@@ -27,4 +28,9 @@ if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/
     run arm64
 else
     echo "skipped: arm64, for which g++-aarch64-linux-gnu and qemu-user are not installed"
+fi
+if command -v x86_64-w64-mingw32-g++-posix >/dev/null && [ -x /usr/lib/wine/wine64 ]; then
+    run windows
+else
+    echo "skipped: windows, for which g++-mingw-w64-x86-64-posix and wine64 are not installed"
 fi

@@ -9,6 +9,7 @@ packages="
     libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
     libclang-rt-19-dev
     g++-aarch64-linux-gnu qemu-user googletest
+    g++-mingw-w64-x86-64-posix wine64
     chromium
     librsvg2-bin python3
     libsndfile1-dev flac vorbis-tools opus-tools lame
