@@ -1,5 +1,4 @@
-# Cross-compiles for 64-bit Windows with mingw-w64. The C++ run-time is linked statically, so that a plug-in brings
-# no DLL that the host's folder does not have.
+# Cross-compiles for 64-bit Windows with mingw-w64.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -17,15 +16,12 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
-
-# Runs what is built, where wine is installed: in a Windows of its own, which the build folder keeps. The program is
-# named directly because the system's script for it talks on standard error.
+# Runs what is built, where wine is installed: in a Windows of its own, which the build folder keeps, trash included.
+# The program is named directly because the system's script for it talks on standard error.
 find_program(WINE NAMES wine64 wine PATHS /usr/lib/wine)
 mark_as_advanced(WINE)
 if(WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR
-    ${CMAKE_COMMAND} -E env WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml= WINEPREFIX=${CMAKE_BINARY_DIR}/wine ${WINE})
+    ${CMAKE_COMMAND} -E env WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml,winemenubuilder.exe=
+    WINEPREFIX=${CMAKE_BINARY_DIR}/wine XDG_DATA_HOME=${CMAKE_BINARY_DIR}/wine ${WINE})
 endif()

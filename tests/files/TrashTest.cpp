@@ -1,15 +1,17 @@
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 
 #include "files/VelmoDspFile.h"
 #include "support/FileBytes.h"
 #include "support/MessageOf.h"
+#include "support/RecycleBin.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
 #ifdef __linux__
+
+#include <sys/stat.h>
 
 namespace velmodsp {
 namespace {
@@ -129,4 +131,26 @@ TEST_F(TrashTest, LiesInTheHomeDirectoryUnlessToldOtherwise) {
 }  // namespace
 }  // namespace velmodsp
 
-#endif  // __linux__
+#elif defined(_WIN32)
+
+namespace velmodsp {
+namespace {
+
+TEST(Trash, TakesReplacedFilesOfAnyName) {
+    const TempFolder folder;
+    const std::string path = folder / "t\xC3\xA4ke \xE5\xA3\xB0.wav";
+    const long long before = NumFilesInRecycleBin(path);
+    ASSERT_GE(before, 0);
+    const File file(path.c_str());
+    EXPECT_FALSE(file.macMoveToTrash()) << "there is none";
+    WriteBytes(path, "old");
+    EXPECT_EQ(MessageOf([&] { file.OverwriteIfNeeded(false); }), "File already exists : " + path);
+    EXPECT_TRUE(file.OverwriteIfNeeded(true));
+    EXPECT_FALSE(file.ExistsAsFile());
+    EXPECT_EQ(NumFilesInRecycleBin(path), before + 1);
+}
+
+}  // namespace
+}  // namespace velmodsp
+
+#endif

@@ -144,6 +144,25 @@ TEST_F(CommandLineTest, RunRepairsSoundAndShowsTheMaxWindow) {
     EXPECT_EQ(outcome.status, 0);
 }
 
+TEST_F(CommandLineTest, FilesMayHaveAnyName) {
+    const std::string name = "t\xC3\xA4ke \xE5\xA3\xB0 \xF0\x9F\x8E\xA7";
+    fs::create_directory(Utf8Path(folder / name));
+    WriteSound(folder / "in.wav", {{0.5f, std::numeric_limits<float>::quiet_NaN()}});
+    fs::rename(folder / "in.wav", Utf8Path(folder / name + "/in.wav"));
+    Outcome outcome = Velmohost("repair '" + name + "/in.wav' -o '" + name + ".wav' --report '" + name + ".html'");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, name +
+                               "/in.wav: repaired 1 bad sample (channel 1: 1), first: sample 1 (0:00.000), "
+                               "longest run: 1; written to " +
+                               name + ".wav\n");
+    EXPECT_THAT(ReadText(name + ".html"), HasSubstr(name));
+    outcome = Velmohost("run 'tesk.fixnan~' --in '" + name + ".wav' --out '" + name + "/out.wav' --message 'say " +
+                        name + "'");
+    EXPECT_EQ(ReadSound(folder / name + "/out.wav"), (Channels{{0.5f, 0.5f}}));
+    EXPECT_THAT(outcome.out, HasSubstr("\"say\""));
+    EXPECT_EQ(Velmohost("scan --recursive .").status, 3);
+}
+
 TEST_F(CommandLineTest, RefusedBoxesAndAFullDiskKeepTheOldFile) {
     WriteText("out.wav", "old");
     EXPECT_NE(Velmohost("run 'tesk.fixnan~ @numchannels' --out out.wav --inlets 7").status, 0);

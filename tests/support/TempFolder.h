@@ -4,6 +4,8 @@
 #include <random>
 #include <string>
 
+#include "support/Utf8Path.h"
+
 /// A new, empty folder for one test; it goes away with everything in it.
 class TempFolder {
 public:
@@ -22,8 +24,8 @@ public:
     TempFolder& operator=(const TempFolder&) = delete;
 
     const std::filesystem::path& Path() const { return path; }
-    /// Absolute path of something in the folder, with "/" as separator.
-    std::string operator/(const std::string& name) const { return (path / name).generic_string(); }
+    /// Absolute path of something in the folder, in UTF-8 and with "/" as separator.
+    std::string operator/(const std::string& name) const { return Utf8Text(path / Utf8Path(name)); }
 
 private:
     std::filesystem::path path;
