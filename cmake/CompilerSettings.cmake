@@ -14,6 +14,11 @@ target_compile_options(velmo_settings INTERFACE
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   $<$<BOOL:${VELMO_WERROR}>:-Werror>)
 
+# The compiler's run-time is linked statically, so that a plug-in needs no DLL that users do not have.
+if(MINGW)
+  target_link_options(velmo_settings INTERFACE -static)
+endif()
+
 if(VELMO_SANITIZE)
   target_compile_options(velmo_settings INTERFACE
     -fsanitize=${VELMO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
