@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "audio/DisabledFlag.h"
 #include "audio/DspObject.h"
 #include "audio/DspSettings.h"
 #include "box/Box.h"
@@ -115,7 +116,7 @@ bool DspChain::RunEntries() noexcept {
     bool anyRan = false;
     for (const Entry& entry : entries) {
         const auto* const signalObject = reinterpret_cast<const t_pxobject*>(entry.object);
-        if (signalObject->z_disabled != 0 && (signalObject->z_misc & Z_IGNORE_DISABLE) == 0) continue;
+        if (IsDisabled(signalObject) && (signalObject->z_misc & Z_IGNORE_DISABLE) == 0) continue;
         CallPlugin<void>(reinterpret_cast<method>(entry.perform), entry.object, dspObject, ins.data(),
                          static_cast<long>(numInlets), outs.data(), static_cast<long>(numOutlets), vectorSize,
                          entry.flags, entry.userParameter);

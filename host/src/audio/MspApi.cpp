@@ -4,6 +4,7 @@
 #include <atomic>
 #include <limits>
 
+#include "audio/DisabledFlag.h"
 #include "audio/DspChain.h"
 #include "audio/DspObject.h"
 #include "audio/DspSettings.h"
@@ -40,7 +41,7 @@ namespace {
 void* IgnoreSignal(t_pxobject*) { return nullptr; }
 t_ptr_int AllowConnection(t_pxobject*) { return 1; }
 t_ptr_int CountSignalInlets(t_pxobject* x) { return x->z_count; }
-void Enable(t_pxobject* x, t_atom_long on) { x->z_disabled = on == 0 ? 1 : 0; }
+void Enable(t_pxobject* x, t_atom_long on) { SetDisabled(x, on == 0); }
 
 void** AllocateProxies(long count) {
     return reinterpret_cast<void**>(sysmem_newptrclear(static_cast<t_ptr_size>(count) * sizeof(void*)));
@@ -61,7 +62,7 @@ void class_dspinit(t_class* c) {
 void z_dsp_setup(t_pxobject* x, long nsignals) {
     const long count = std::clamp(nsignals, 0L, static_cast<long>(std::numeric_limits<short>::max()));
     x->z_in = 0;
-    x->z_disabled = 0;
+    SetDisabled(x, false);
     x->z_count = static_cast<short>(count);
     x->z_proxy = nullptr;
     if (count < 2) return;  // the left inlet is there already
