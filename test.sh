@@ -23,7 +23,7 @@ run() {
 run release
 run debug
 run asan
-run tsan --target threads_tests external_tests host_tests
+run tsan --target threads_tests external_tests host_tests soak_tests
 if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/null; then
     run arm64
 else

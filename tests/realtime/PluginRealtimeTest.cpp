@@ -6,9 +6,8 @@
 #include <thread>
 
 #include "../../velmomax/velmomax_msp.h"
-#include "core/PluginCall.h"
 #include "external/PluginFixture.h"
-#include "realtime/RealtimeContext.h"
+#include "support/PerformRoutine.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
@@ -148,52 +147,23 @@ INSTANTIATE_TEST_SUITE_P(Channels, PluginRealtime, testing::Values(1, 2, 64, 250
 
 // ---- blocks shorter and longer than the configured one, which no chain of this host has
 
-/// What an object hands to "dsp_add64".
-struct Added {
-    t_object header;
-    t_object* object;
-    t_perfroutine64 perform;
-};
-
-void* Add(Added* x, t_object* object, t_perfroutine64 perform, void*, void*) {
-    x->object = object;
-    x->perform = perform;
-    return nullptr;
-}
-
-Added* NewAdded() {
-    static t_class* const addedClass = [] {
-        t_class* const c = class_new("added", nullptr, nullptr, static_cast<long>(sizeof(Added)), nullptr, 0);
-        class_addmethod(c, reinterpret_cast<method>(Add), "dsp_add64", A_CANT, 0);
-        class_register(CLASS_NOBOX, c);
-        return c;
-    }();
-    return static_cast<Added*>(object_alloc(addedClass));
-}
-
 class BlockLengths : public PluginFixture {
 protected:
     static constexpr long longest = 4096;
 
-    void Configure(long blockSize) {
-        short counts[] = {1, 1, 0};
-        velmohost::CallMethod(box->Object(), gensym("dsp64"), &added->header, counts, 48000.0, blockSize, 0L);
-    }
+    void Configure(long blockSize) { routine.Configure(*box, {1, 1, 0}, 48000.0, blockSize); }
 
     /// Performs `n` samples, all bad, on a thread of its own.
     void Perform(long n) {
         std::thread([&] {
             double* ins[] = {in.data()};
             double* outs[] = {out.data()};
-            const velmohost::RealtimeContext realtime;
-            added->perform(added->object, &added->header, ins, 1, outs, 1, n, 0, nullptr);
+            routine.Perform(ins, 1, outs, 1, n);
         }).join();
     }
 
-    ~BlockLengths() override { object_free(added); }
-
     const std::unique_ptr<velmohost::Box> box = Create("");
-    Added* const added = NewAdded();
+    velmotest::PerformRoutine routine;
     std::vector<double> in = std::vector<double>(longest, nan), out = std::vector<double>(longest, 1.0);
 };
 
