@@ -1,17 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <atomic>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <sstream>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "dsp/VelmoDspMultiFixNaN.h"
 #include "dsp/VelmoDspSampleKernels.h"
@@ -77,32 +72,14 @@ std::string Difference(const Bits& in, const Bits& expected, const std::array<Sa
     return text.str();
 }
 
-/// Runs over the blocks of one part of all patterns; says what is wrong with a block, or nothing.
-using BlockCheck = std::function<std::string(const Bits& in)>;
-
-/// Goes through all patterns on every core, with a check of its own for each, and fails with the first error.
-void GoThroughAllPatterns(const std::function<BlockCheck()>& makeCheck) {
-    constexpr std::uint64_t numBlocks = numPatterns / blockSize;
-    const std::uint64_t numParts = std::max(1u, std::thread::hardware_concurrency());
-    std::vector<std::string> errors(numParts);
-    std::atomic<std::uint64_t> numBad{0};
-    std::vector<std::thread> threads;
-    for (std::uint64_t part = 0; part < numParts; ++part) {
-        threads.emplace_back([&, part] {
-            const BlockCheck check = makeCheck();
-            std::uint64_t numBadOfPart = 0;
-            for (std::uint64_t block = numBlocks * part / numParts; block < numBlocks * (part + 1) / numParts;
-                 ++block) {
-                const Bits in = PatternsOfBlock(block);
-                numBadOfPart += NumBad(in);
-                errors[part] = check(in);
-                if (!errors[part].empty()) return;
-            }
-            numBad += numBadOfPart;
-        });
+/// Goes through all patterns, block by block, until a check finds a difference.
+void GoThroughAllPatterns(const std::function<std::string(const Bits& in)>& check) {
+    std::uint64_t numBad = 0;
+    for (std::uint64_t block = 0; block < numPatterns / blockSize; ++block) {
+        const Bits in = PatternsOfBlock(block);
+        numBad += NumBad(in);
+        ASSERT_EQ(check(in), "");
     }
-    for (std::thread& thread : threads) thread.join();
-    for (const std::string& error : errors) ASSERT_EQ(error, "");
     ASSERT_EQ(numBad, numBadPatterns);
 }
 
@@ -110,33 +87,41 @@ Samples AsSamples(const Bits& bits) { return std::bit_cast<Samples>(bits); }
 
 // ---- each instruction set
 
-class ExhaustiveKernels : public testing::TestWithParam<const SampleKernels*> {};
+void WithEveryInstructionSet(const auto& check) {
+    for (const SampleKernels* kernels : SampleKernels::Available()) {
+        SCOPED_TRACE(kernels->name);
+        check(*kernels);
+    }
+}
 
-TEST_P(ExhaustiveKernels, ReplaceByTheGivenValue) {
-    GoThroughAllPatterns([&kernels = *GetParam()]() -> BlockCheck {
-        return [&kernels, expected = ExpectedRepair{true, 0xbf400000}](const Bits& in) mutable {
+TEST(ExhaustiveKernels, ReplaceByTheGivenValue) {
+    WithEveryInstructionSet([](const SampleKernels& kernels) {
+        ExpectedRepair expected{true, 0xbf400000};
+        GoThroughAllPatterns([&](const Bits& in) {
             Samples samples = AsSamples(in);
             kernels.replaceByGivenValue(samples.data(), samples.data(), blockSize, -0.75f);
             return Difference(in, expected.Next(in), samples);
-        };
+        });
     });
 }
 
-TEST_P(ExhaustiveKernels, ReplaceByTheLastValue) {
-    GoThroughAllPatterns([&kernels = *GetParam()]() -> BlockCheck {
-        return [&kernels, last = 0.0f, expected = ExpectedRepair{false, 0}](const Bits& in) mutable {
+TEST(ExhaustiveKernels, ReplaceByTheLastValue) {
+    WithEveryInstructionSet([](const SampleKernels& kernels) {
+        ExpectedRepair expected{false, 0};
+        float last = 0.0f;
+        GoThroughAllPatterns([&](const Bits& in) {
             const Samples source = AsSamples(in);
             Samples target;
             last = kernels.replaceByLastValue(target.data(), source.data(), blockSize, last);
             return Difference(in, expected.Next(in), target);
-        };
+        });
     });
 }
 
 /// The samples between two bad ones are passed as they are, and each bad one is stopped at.
-TEST_P(ExhaustiveKernels, PassFiniteSamplesOnly) {
-    GoThroughAllPatterns([&kernels = *GetParam()]() -> BlockCheck {
-        return [&kernels](const Bits& in) -> std::string {
+TEST(ExhaustiveKernels, PassFiniteSamplesOnly) {
+    WithEveryInstructionSet([](const SampleKernels& kernels) {
+        GoThroughAllPatterns([&](const Bits& in) -> std::string {
             const Samples source = AsSamples(in);
             Samples target;
             Bits expected = in;
@@ -148,12 +133,9 @@ TEST_P(ExhaustiveKernels, PassFiniteSamplesOnly) {
                 expected[i] = 0;
             }
             return Difference(in, expected, target);
-        };
+        });
     });
 }
-
-INSTANTIATE_TEST_SUITE_P(InstructionSets, ExhaustiveKernels, testing::ValuesIn(SampleKernels::Available()),
-                         [](const auto& kernels) { return std::string(kernels.param->name); });
 
 // ---- the engine
 
@@ -189,44 +171,41 @@ private:
     unsigned long numBlocks = 0;
 };
 
-class ExhaustiveEngine : public testing::TestWithParam<const char*> {
-protected:
-    static bool UsesGivenValue() { return std::string("givenvalue") == GetParam(); }
-    static ExpectedRepair Expected() { return {UsesGivenValue(), UsesGivenValue() ? 0xbf400000 : 0}; }
-};
+void InBothModes(const auto& check) {
+    for (const bool usesGivenValue : {false, true}) {
+        SCOPED_TRACE(usesGivenValue ? "givenvalue" : "lastvalue");
+        ReadyEngine engine(usesGivenValue);
+        check(engine, ExpectedRepair{usesGivenValue, usesGivenValue ? 0xbf400000 : 0});
+    }
+}
 
-TEST_P(ExhaustiveEngine, Repairs32BitSamples) {
-    GoThroughAllPatterns([]() -> BlockCheck {
-        const auto engine = std::make_shared<ReadyEngine>(UsesGivenValue());
-        return [engine, expected = Expected()](const Bits& in) mutable {
+TEST(ExhaustiveEngine, Repairs32BitSamples) {
+    InBothModes([](ReadyEngine& engine, ExpectedRepair expected) {
+        GoThroughAllPatterns([&](const Bits& in) {
             const Samples source = AsSamples(in);
             Samples target;
-            engine->Perform(target.data(), source.data());
+            engine.Perform(target.data(), source.data());
             return Difference(in, expected.Next(in), target);
-        };
+        });
     });
 }
 
 /// The host's samples have 64 bits. They are widened with denormals off, so 32-bit subnormals end as zeros of their
 /// sign.
-TEST_P(ExhaustiveEngine, RepairsTheHostsSamples) {
-    GoThroughAllPatterns([]() -> BlockCheck {
-        const auto engine = std::make_shared<ReadyEngine>(UsesGivenValue());
-        return [engine, expected = Expected()](const Bits& in) mutable {
+TEST(ExhaustiveEngine, RepairsTheHostsSamples) {
+    InBothModes([](ReadyEngine& engine, ExpectedRepair expected) {
+        GoThroughAllPatterns([&](const Bits& in) {
             std::array<double, blockSize> source, target;
             for (std::size_t i = 0; i < blockSize; ++i) source[i] = std::bit_cast<float>(in[i]);
-            engine->Perform(target.data(), source.data());
+            engine.Perform(target.data(), source.data());
             Bits out = expected.Next(in);
             for (std::uint32_t& bits : out) {
                 if (IsSubnormal(bits)) bits &= 0x80000000;
             }
             return Difference(in, out, target);
-        };
+        });
     });
 }
-
-INSTANTIATE_TEST_SUITE_P(Modes, ExhaustiveEngine, testing::Values("lastvalue", "givenvalue"),
-                         [](const auto& mode) { return std::string(mode.param); });
 
 }  // namespace
 }  // namespace velmodsp
