@@ -1,9 +1,8 @@
 #!/bin/sh
 # From a bare machine to all tests passed: installs what is needed, then builds and tests
 #   release  as it is shipped, each area of the library compiled as one unit; its audio thread held to real time
-#   debug    file by file
 #   asan     address and undefined-behaviour sanitizers
-#   tsan     thread sanitizer, the tests with more than one thread
+#   tsan     thread sanitizer, the tests with more than one thread; everything compiled file by file
 #   arm64    the kernels for that processor's vectors, under qemu; where its compiler and qemu are installed
 #   windows  the plug-in and the host for Windows, under wine; where its compiler and wine are installed
 set -eu
@@ -21,7 +20,6 @@ run() {
 }
 
 run release
-run debug
 run asan
 run tsan --target threads_tests external_tests host_tests soak_tests
 if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/null; then
