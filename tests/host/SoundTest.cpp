@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "batch/FileScan.h"
 #include "host/SoundFiles.h"
 #include "sound/SoundError.h"
 #include "support/FileBytes.h"
@@ -43,6 +44,18 @@ TEST_F(SoundTest, FilesCutShortReadAsSilenceAndSaySo) {
     EXPECT_EQ(sound[0][99], 0.5f);
     EXPECT_EQ(sound[0][100], 0.0f);
     EXPECT_EQ(SoundSource(folder / "a.wav").NumMissingFrames(), 900u);
+}
+
+TEST_F(SoundTest, FilesCutShortAreScannedAsFarAsTheyGo) {
+    WriteSound(folder / "a.wav", {{0.5f, std::numeric_limits<float>::infinity()}});
+    std::string bytes = ReadBytes(folder / "a.wav");
+    bytes.replace(100, 4, std::string("\0\0\xFE\x7F", 4));  // of the data chunk: nearly 2 GB
+    WriteBytes(folder / "a.wav", bytes);
+    int numBlocks = 0;
+    const FileScan scan = ScanSoundFile(folder / "a.wav", [&](double) { ++numBlocks; });
+    EXPECT_EQ(numBlocks, 1);
+    EXPECT_EQ(scan.NumBad(), 1u);
+    EXPECT_EQ(scan.numMissingFrames, 0x7FFE0000u / 4 - 2);
 }
 
 TEST_F(SoundTest, FilesOfUnknownLengthEndWhereTheyEnd) {

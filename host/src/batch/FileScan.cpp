@@ -51,7 +51,9 @@ FileScan ScanSoundFile(const std::string& path, const FileProgress& progress) {
     std::vector<BadSampleCounter> counters(scan.channels.size());
     const unsigned long framesAtATime = ChooseBatchFrames(1, source.NumChannels());
     std::uint64_t numRead = 0;
-    while (const unsigned long n = source.ReadBlock(framesAtATime)) {
+    // A header may claim gigabytes that the file lacks. No sample of these can be bad.
+    while (!source.HasOnlySilenceLeft()) {
+        const unsigned long n = source.ReadBlock(framesAtATime);
         for (unsigned c = 0; c < counters.size(); ++c) counters[c].Add(source.Channel(c), n);
         progress(static_cast<double>(numRead += n) / static_cast<double>(scan.numFrames));
     }

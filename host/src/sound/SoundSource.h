@@ -39,6 +39,9 @@ public:
     /// Frames of that length that a file which was cut short does not hold; they read as silence.
     std::uint64_t NumMissingFrames() const;
 
+    /// Whether all that the file holds has been read: what is left of the length, if anything, is silence.
+    bool HasOnlySilenceLeft() const { return position >= lengthInFrames - NumMissingFrames(); }
+
     /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end. The block's memory grows to the
     /// largest that was asked for.
     /// @throws SoundError when the file cannot be read or there is no memory
