@@ -8,6 +8,7 @@ packages="
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
     libclang-rt-19-dev
+    clang libclang-rt-14-dev
     g++-aarch64-linux-gnu qemu-user googletest
     g++-mingw-w64-x86-64-posix wine64
     chromium
