@@ -3,6 +3,7 @@
 #   release  as it is shipped, each area of the library compiled as one unit; its audio thread held to real time
 #   asan     address and undefined-behaviour sanitizers
 #   tsan     thread sanitizer, the tests with more than one thread; everything compiled file by file
+#   fuzz     fuzzers, with clang: their seeds, then 20 seconds each
 #   arm64    the kernels for that processor's vectors, under qemu; where its compiler and qemu are installed
 #   windows  the plug-in and the host for Windows, under wine; where its compiler and wine are installed
 set -eu
@@ -22,6 +23,8 @@ run() {
 run release
 run asan
 run tsan --target threads_tests external_tests host_tests soak_tests
+run fuzz
+tests/fuzz/run.sh 20
 if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/null; then
     run arm64
 else
