@@ -15,6 +15,8 @@ fuzz_one() {
     name=$2
     folder=$PWD/build/fuzz/fuzzing/$name
     program=$PWD/build/fuzz/tests/fuzz/fuzz_$name
+    dictionary=""  # words that matter, for those that have such
+    [ ! -f "tests/fuzz/dictionaries/$name" ] || dictionary="-dict=$PWD/tests/fuzz/dictionaries/$name"
     mkdir -p "$folder/corpus"
     rm -f "$folder"/log "$folder"/finding-*
     TMPDIR=$(mktemp -d)
@@ -28,7 +30,7 @@ fuzz_one() {
         part=$((left < 120 ? left : 120))
         left=$((left - part))
         "$program" -max_total_time="$part" -timeout=10 -malloc_limit_mb=64 -rss_limit_mb=2048 -detect_leaks=0 \
-            -close_fd_mask=3 -print_final_stats=1 -artifact_prefix="$folder/finding-" \
+            -close_fd_mask=3 -print_final_stats=1 -artifact_prefix="$folder/finding-" $dictionary \
             "$folder/corpus" "$PWD/tests/fuzz/corpus/$name" >"$folder/log" 2>&1 || failed=yes
         tried=$(sed -n 's/^stat::number_of_executed_units: *//p' "$folder/log")
         executions=$((executions + ${tried:-0}))
