@@ -76,7 +76,8 @@ constexpr Conversion<std::uint32_t, std::uint64_t> widenings[]{
     {0x7f800001, 0x7ff8000020000000, 0x7ff8000020000000},  // signalling NaN
 };
 
-/// Noise, special samples and runs of bad ones that cross the borders of vectors; the same for the same seed.
+/// Runs of noise and of bad samples, which cross the borders of vectors, and special samples between them; the same for
+/// the same seed.
 Floats Signal(std::size_t n, unsigned int seed) {
     std::mt19937 random(seed);
     Floats signal;
@@ -91,7 +92,9 @@ Floats Signal(std::size_t n, unsigned int seed) {
                 signal.push_back(FloatOf(special[random() % std::size(special)]));
                 break;
             default:
-                signal.push_back(static_cast<float>(random()) / 4294967296.0f);
+                for (std::size_t i = random() % 80; i > 0; --i) {
+                    signal.push_back(static_cast<float>(random()) / 4294967296.0f);
+                }
         }
     }
     signal.resize(n);

@@ -30,6 +30,23 @@ struct Gain : SignalProcessing {
     int clears = 0;
 };
 
+void Connect(SignalProcessing& processor, std::vector<short> count) {
+    processor.SetInletsAndOutletsStatus(count.data());
+}
+
+/// Tells whether it is asked to write over its inputs.
+struct InPlaceGain : Gain {
+    InPlaceGain(unsigned int channels, bool allowInPlace) : Gain(channels, channels) {
+        if (allowInPlace) AllowInPlace();
+        Connect(*this, std::vector<short>(2 * channels, 1));
+    }
+    void Process(float** outs, const float** ins, unsigned long n) override {
+        inPlace = std::equal(outs, outs + GetNumOutputs(), ins);
+        Gain::Process(outs, ins, n);
+    }
+    bool inPlace = false;
+};
+
 template <class Thrown>
 struct Thrower : SignalProcessing {
     explicit Thrower(Thrown exception) : SignalProcessing(0, 0), thrown(exception) {}
@@ -37,10 +54,6 @@ struct Thrower : SignalProcessing {
     void Clear() override { throw thrown; }
     Thrown thrown;
 };
-
-void Connect(SignalProcessing& processor, std::vector<short> count) {
-    processor.SetInletsAndOutletsStatus(count.data());
-}
 
 TEST(SignalProcessing, ConfiguresOnlyWhenSomethingChangedOrItMust) {
     struct Row {
@@ -114,6 +127,23 @@ TEST(SignalProcessing, TakesBlocksOfAnyLengthAndANewNumberOfInputs) {
     EXPECT_TRUE(perform(100));
     EXPECT_STREQ(processor.GetInputDescription(4).C_Str(), "input #5");
     for (int none : {5, -1}) EXPECT_STREQ(processor.GetInputDescription(none).C_Str(), "");
+}
+
+TEST(SignalProcessing, WritesOverInputsOnlyWhereThatIsAllowedAndEveryOutputHasItsInput) {
+    Block<double> in({{1, 2, 3, 4}, {5, 6, 7, 8}}), out(2, 4, 9.0);
+    const Block<double> doubled({{2, 4, 6, 8}, {10, 12, 14, 16}});
+    for (const bool allowed : {false, true}) {
+        InPlaceGain processor(2, allowed);
+        processor.Perform(out.Outs(), in.Ins(), 4, 0, 1, 0);
+        EXPECT_EQ(out.channels, in.channels) << "bypassed";
+        processor.Perform(out.Outs(), in.Ins(), 4, 0, 0, 0);
+        EXPECT_EQ(out.channels, doubled.channels);
+        EXPECT_EQ(processor.inPlace, allowed);
+        processor.SetNumInputs(1);
+        processor.Perform(out.Outs(), in.Ins(), 4, 0, 0, 0);
+        EXPECT_EQ(out.channels, (Block<double>({doubled.channels[0], doubled.channels[0]}).channels));
+        EXPECT_FALSE(processor.inPlace);
+    }
 }
 
 TEST(SignalProcessing, RunsAtHalfRateWithADelayOfTenSamples) {

@@ -5,7 +5,7 @@
 
 namespace velmodsp {
 
-FixNaN::FixNaN() : SignalProcessing(1, 1) {}
+FixNaN::FixNaN() : SignalProcessing(1, 1) { AllowInPlace(); }
 
 void FixNaN::Process(float** outs, const float** ins, unsigned long n) {
     if (IsInletConnected(0)) {

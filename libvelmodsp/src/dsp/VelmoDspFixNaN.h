@@ -27,8 +27,8 @@ public:
     /// One input, one output, mode `LastValue`, replacement value 0, an empty name, no listeners, armed.
     FixNaN();
 
-    /// Repairs input 0 into output 0; mutes the output while the inlet is unconnected. Audio thread; real-time safe as
-    /// far as the listeners are.
+    /// Repairs input 0 into output 0, which may be the same buffer; mutes the output while the inlet is unconnected.
+    /// Audio thread; real-time safe as far as the listeners are.
     void Process(float** outs, const float** ins, unsigned long n) override;
 
     /// Repairs `in[0]` to `in[n - 1]` into `out`, which may be the same buffer, whatever the connection flags say. A

@@ -7,6 +7,7 @@ namespace velmodsp {
 
 MultiFixNaN::MultiFixNaN(unsigned int numberOfChannels)
     : SignalProcessing(numberOfChannels, numberOfChannels), numChannels(numberOfChannels) {
+    AllowInPlace();
     ResizeVector(channels, numChannels);
     try {
         for (unsigned int k = 0; k < numChannels; ++k) {

@@ -21,8 +21,8 @@ public:
     explicit MultiFixNaN(unsigned int numberOfChannels);
     ~MultiFixNaN() override;
 
-    /// Repairs every connected input into its output and clears the outputs of the others. Audio thread; real-time safe
-    /// as far as the listeners are; ends the process when one of them throws.
+    /// Repairs every connected input into its output, which may be the same buffer, and clears the outputs of the
+    /// others. Audio thread; real-time safe as far as the listeners are; ends the process when one of them throws.
     void Process(float** outs, const float** ins, unsigned long n) override;
 
     /// Lets every channel report its next bad sample again; nothing else changes. Any thread; real-time safe.

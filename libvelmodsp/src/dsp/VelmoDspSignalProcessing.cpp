@@ -42,6 +42,14 @@ void Reserve(AudioBuffer& buffer, unsigned int numChannels, unsigned long numSam
     buffer.Zero();
 }
 
+void Narrow(float** outs, const double* const* ins, unsigned int numChannels, unsigned long n) {
+    for (unsigned int k = 0; k < numChannels; ++k) VectorConversion::DoubleToFloat(outs[k], ins[k], n);
+}
+
+void Widen(double** outs, const float* const* ins, unsigned int numChannels, unsigned long n) {
+    for (unsigned int k = 0; k < numChannels; ++k) VectorConversion::FloatToDouble(outs[k], ins[k], n);
+}
+
 template <class Sample>
 void ClearConnected(const MaxMspAutoMute& connections, Sample** outs, unsigned int first, unsigned int end,
                     unsigned long n) {
@@ -150,20 +158,16 @@ void SignalProcessing::Perform(double** outs, const double** ins, unsigned long 
                                long disabled) {
     LetOnlyOwnExceptionsPass([&] {
         ReserveHostBlock(n);
-        for (unsigned int k = 0; k < numInputs; ++k) {
-            VectorConversion::DoubleToFloat(floatInput.GetChannel(k), ins[k], n);
-        }
-        if (MayLeaveOutputsAlone(mute, bypass, disabled)) {
-            for (unsigned int k = 0; k < numOutputs; ++k) {
-                VectorConversion::DoubleToFloat(floatOutput.GetChannel(k), outs[k], n);
-            }
-        }
-        performInternal(floatOutput.GetChannels(), AsInputs(floatInput), n, mute, bypass, disabled);
-        for (unsigned int k = 0; k < numOutputs; ++k) {
-            VectorConversion::FloatToDouble(outs[k], floatOutput.GetChannel(k), n);
-        }
+        Narrow(floatInput.GetChannels(), ins, numInputs, n);
+        const bool mayLeaveOutputsAlone = MayLeaveOutputsAlone(mute, bypass, disabled);
+        float** const floatOuts = (IsInPlace() && !mayLeaveOutputsAlone ? floatInput : floatOutput).GetChannels();
+        if (mayLeaveOutputsAlone) Narrow(floatOuts, outs, numOutputs, n);
+        performInternal(floatOuts, AsInputs(floatInput), n, mute, bypass, disabled);
+        Widen(outs, floatOuts, numOutputs, n);
     });
 }
+
+bool SignalProcessing::IsInPlace() const noexcept { return allowsInPlace && numInputs == numOutputs; }
 
 bool SignalProcessing::MayLeaveOutputsAlone(long mute, long bypass, long disabled) const noexcept {
     return mute != 0 || bypass != 0 || disabled != 0 || !autoMute.AtLeastOneOutletConnected();
