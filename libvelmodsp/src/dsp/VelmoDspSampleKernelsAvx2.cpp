@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstring>
 
 // An attribute rather than a compiler option for this file: inline functions that other files share stay free of AVX2.
 #define VELMO_KERNEL __attribute__((target("avx2")))
@@ -47,10 +46,11 @@ VELMO_KERNEL_INLINE bool AnyLane(Vector mask) { return _mm256_movemask_epi8(mask
 VELMO_KERNEL_INLINE Vector Either(Vector a, Vector b) { return _mm256_or_si256(a, b); }
 VELMO_KERNEL_INLINE Vector Select(Vector mask, Vector a, Vector b) { return _mm256_blendv_epi8(b, a, mask); }
 
-/// For every set of bad lanes, the lane from which each lane takes its sample; negative where that lies before the
-/// vector.
+/// For every set of bad lanes, the lane from which each lane takes its sample, and that of the highest lane again;
+/// negative where the sample lies before the vector. The first in bytes, to leave the cache to the samples.
 struct Sources {
     alignas(64) std::array<std::array<std::int8_t, Width>, 256> ofLanes{};
+    alignas(64) std::array<std::int32_t, 256> ofHighest{};
 
     constexpr Sources() {
         for (unsigned int bad = 0; bad < ofLanes.size(); ++bad) {
@@ -59,28 +59,24 @@ struct Sources {
                 if ((bad >> lane & 1u) == 0) source = static_cast<int>(lane);
                 ofLanes[bad][lane] = static_cast<std::int8_t>(source);
             }
+            ofHighest[bad] = source;
         }
     }
 };
 constexpr Sources sources;
 
-/// As `Select`, by the highest bit of every lane alone.
-VELMO_KERNEL_INLINE Vector SelectBySign(Vector mask, Vector a, Vector b) {
-    return _mm256_castps_si256(
-        _mm256_blendv_ps(_mm256_castsi256_ps(b), _mm256_castsi256_ps(a), _mm256_castsi256_ps(mask)));
+/// The lanes of `x` that `source` names, and of `otherwise` where it is negative.
+VELMO_KERNEL_INLINE Vector Permute(Vector otherwise, Vector x, Vector source) {
+    const __m256 permuted = _mm256_castsi256_ps(_mm256_permutevar8x32_epi32(x, source));
+    return _mm256_castps_si256(_mm256_blendv_ps(permuted, _mm256_castsi256_ps(otherwise), _mm256_castsi256_ps(source)));
 }
 
 VELMO_KERNEL_INLINE Vector FillForward(Vector x, Vector& before) {
     const auto bad = static_cast<unsigned int>(_mm256_movemask_ps(_mm256_castsi256_ps(BadLanes(x))));
-    const std::int8_t* ofLanes = sources.ofLanes[bad].data();
-    const Vector source = _mm256_cvtepi8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(ofLanes)));
-    const Vector filled = _mm256_permutevar8x32_epi32(x, source);
-    const Vector result = SelectBySign(source, before, filled);
-    // From here on, only the last step waits for the vector before.
-    const Vector highest = _mm256_permutevar8x32_epi32(filled, _mm256_set1_epi32(Width - 1));
-    int upperSources;
-    std::memcpy(&upperSources, ofLanes + 4, sizeof upperSources);  // the highest byte is the highest lane's
-    before = SelectBySign(_mm256_set1_epi32(upperSources), before, highest);
+    const __m128i ofLanes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(sources.ofLanes[bad].data()));
+    const Vector result = Permute(before, x, _mm256_cvtepi8_epi32(ofLanes));
+    // The blend at its end is all that waits for the vector before.
+    before = Permute(before, x, _mm256_set1_epi32(sources.ofHighest[bad]));
     return result;
 }
 
