@@ -128,26 +128,41 @@ private:
     unsigned long blockSize;
 };
 
-/// The conversions around a copy, in buffers like the engine's.
+/// One block of all channels in 32 bits, in memory like the engine's: every channel from the start of a cache line.
+class FloatBlock {
+public:
+    explicit FloatBlock(const Shape& shape) : lines((shape.blockSize / lineLength + 1) * shape.numChannels) {
+        for (std::size_t k = 0; k < shape.numChannels; ++k) {
+            channels.push_back(lines[k * (lines.size() / shape.numChannels)].samples);
+        }
+    }
+    float* operator[](std::size_t k) { return channels[k]; }
+
+private:
+    static constexpr std::size_t lineLength = 16;
+    struct alignas(64) Line {
+        float samples[lineLength];
+    };
+    std::vector<Line> lines;
+    std::vector<float*> channels;
+};
+
+/// The conversions around a copy.
 class Floor {
 public:
     Floor(const Shape& blockShape, Content content)
-        : shape(blockShape),
-          signal(shape, content),
-          out(shape),
-          narrow(shape.numChannels, shape.blockSize, true),
-          copy(shape.numChannels, shape.blockSize, true) {}
+        : shape(blockShape), signal(shape, content), out(shape), narrow(shape), copy(shape) {}
 
     void Perform() {
         const double** ins = signal.Next();
         for (unsigned int k = 0; k < shape.numChannels; ++k) {
-            VectorConversion::DoubleToFloat(narrow.GetChannel(k), ins[k], shape.blockSize);
+            VectorConversion::DoubleToFloat(narrow[k], ins[k], shape.blockSize);
         }
         for (unsigned int k = 0; k < shape.numChannels; ++k) {
-            std::memcpy(copy.GetChannel(k), narrow.GetChannel(k), shape.blockSize * sizeof(float));
+            std::memcpy(copy[k], narrow[k], shape.blockSize * sizeof(float));
         }
         for (unsigned int k = 0; k < shape.numChannels; ++k) {
-            VectorConversion::FloatToDouble(out.channels[k], copy.GetChannel(k), shape.blockSize);
+            VectorConversion::FloatToDouble(out.channels[k], copy[k], shape.blockSize);
         }
     }
 
@@ -155,8 +170,8 @@ private:
     Shape shape;
     Signal signal;
     HostBlock out;
-    AudioBuffer narrow;
-    AudioBuffer copy;
+    FloatBlock narrow;
+    FloatBlock copy;
 };
 
 /// The plain loops (SignalPathReference.cpp), with a signal of their own.
