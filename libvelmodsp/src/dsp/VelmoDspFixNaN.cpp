@@ -38,7 +38,7 @@ void FixNaN::Report() {
 }
 
 void FixNaN::SetMode(const String& text) {
-    const std::map<String, Mode> modes{{"givenvalue", GivenValue}, {"lastvalue", LastValue}};
+    static const std::map<String, Mode> modes{{"givenvalue", GivenValue}, {"lastvalue", LastValue}};
     const auto found = modes.find(text);
     mode.Store(found == modes.end() ? LastValue : found->second);
 }

@@ -243,6 +243,7 @@ void SignalProcessing::PrintDspStatus(std::ostream& stream) const {
 void SignalProcessing::PrintDspStatus(StringArray& lines) const {
     std::ostringstream text;
     text.imbue(std::locale::classic());  // numbers look the same whatever locale the host has set
+    text.exceptions(std::ios::badbit);   // without memory lines would be missing, and nothing would say so
     PrintDspStatus(text);
     lines.SplitString(text, String("\n"));
 }

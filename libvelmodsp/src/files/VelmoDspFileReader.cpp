@@ -15,13 +15,13 @@ static_assert(std::endian::native == std::endian::little, "files are read in the
 
 constexpr const char* fileReaderSource = "libvelmodsp/src/files/VelmoDspFileReader";
 
-std::shared_ptr<const int> OwnDescriptor(int descriptor) {
-    // Should the allocation fail, the shared pointer calls the deleter itself.
-    return {new int(descriptor), [](const int* owned) {
-                FileSystem::Close(*owned);
-                delete owned;
-            }};
-}
+/// A descriptor that is closed at the end.
+struct Descriptor {
+    ~Descriptor() {
+        if (number != 0) FileSystem::Close(number);
+    }
+    int number = 0;
+};
 
 }  // namespace
 
@@ -30,8 +30,9 @@ FileReader::FileReader(const File& file) : fileName(file.GetFullPathName()) {
         throw Exception("File : " + fileName + " does not exist", fileReaderSource, __LINE__, true, false);
     }
     size = FileSystem::GetSize(fileName).value_or(0);
-    handle = FileHandle::OpenFileForReading(file);
-    descriptorOwner = OwnDescriptor(handle);
+    const auto descriptor = std::make_shared<Descriptor>();  // before there is anything to close
+    handle = descriptor->number = FileHandle::OpenFileForReading(file);
+    descriptorOwner = descriptor;
     if (handle == 0) {
         throw Exception("Could not open file : " + fileName + " for reading", fileReaderSource, __LINE__, true, false);
     }

@@ -56,9 +56,9 @@ private:
     String fileName;
     std::int64_t size = 0;
     std::int64_t position = 0;
-    int handle = 0;                              // 0: none
-    bool needsSeek = true;                       // whether the descriptor stands elsewhere than `position`
-    std::shared_ptr<const int> descriptorOwner;  // closes the descriptor with the last copy
+    int handle = 0;                               // 0: none
+    bool needsSeek = true;                        // whether the descriptor stands elsewhere than `position`
+    std::shared_ptr<const void> descriptorOwner;  // closes the descriptor with the last copy
 };
 
 }  // namespace velmodsp

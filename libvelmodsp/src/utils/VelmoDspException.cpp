@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <ostream>
 #include <sstream>
 
@@ -28,7 +29,13 @@ Exception::Exception(const Exception& cause, const char* sourcePath, unsigned lo
 
 Exception::Exception(const String& text, const char* sourcePath, unsigned long sourceLine, bool printLocation,
                      bool exitProgram)
-    : fileName(LastPathComponent(sourcePath)), message(text.Str()), line(sourceLine) {
+    : line(sourceLine) {
+    try {
+        fileName = LastPathComponent(sourcePath);
+        message = text.Str();
+    } catch (const std::bad_alloc&) {
+        message = "out of memory";  // short enough for the string to need none
+    }
     handleIt(printLocation, exitProgram);
 }
 

@@ -19,7 +19,8 @@ namespace velmodsp {
 /// - printLocation: whether the report names file and line
 /// - exitProgram: whether the process ends after the report, with status 1
 ///
-/// Any thread may build one; it allocates and does system calls, so never on the audio thread.
+/// Any thread may build one; it allocates and does system calls, so never on the audio thread. Without memory for the
+/// message that becomes "out of memory".
 class Exception : public std::exception {
 public:
     /// Takes over the cause's message.
