@@ -66,14 +66,15 @@ SoundSink::SoundSink(const Format& format, unsigned long blockFrames)
 }
 
 void SoundSink::WriteBlock(unsigned long numFrames) {
-    if (!writer->WriteSamples(block, 0, numFrames)) {
-        throw CannotWrite(file.Path(), "not all samples fit; is the disk full?");
-    }
+    if (!writer->WriteSamples(block, 0, numFrames)) throw NotAllFits();
 }
 
 bool SoundSink::Finish() {
-    writer.reset();  // completes the file
+    if (!writer->Finish()) throw NotAllFits();
+    writer.reset();
     return file.Finish();
 }
+
+SoundError SoundSink::NotAllFits() const { return CannotWrite(file.Path(), "not all samples fit; is the disk full?"); }
 
 }  // namespace velmohost

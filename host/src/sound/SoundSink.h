@@ -5,6 +5,7 @@
 
 #include "audiofiles/VelmoDspAudioFileWriter.h"
 #include "sound/PendingFile.h"
+#include "sound/SoundError.h"
 #include "utils/VelmoDspAudioBuffer.h"
 
 namespace velmohost {
@@ -45,6 +46,8 @@ public:
     bool Finish();
 
 private:
+    SoundError NotAllFits() const;
+
     PendingFile file;  // outlives the writer, which holds it open
     std::unique_ptr<velmodsp::AudioFileWriter> writer;
     velmodsp::AudioBuffer block;

@@ -32,11 +32,13 @@ AiffFileWriter::AiffFileWriter(const File& file, double sampleRateInHz, unsigned
     failed = !AiffFileWriter::writeHeader();
 }
 
-AiffFileWriter::~AiffFileWriter() {
+AiffFileWriter::~AiffFileWriter() { Finish(); }
+
+bool AiffFileWriter::Complete() {
     // After a failed write the output does not stand at the end of the samples.
-    if (bytesWritten % 2 != 0 && output.SetPosition(headerPosition + AiffHeaderSize + bytesWritten))
-        output.WriteByte(0);
-    AiffFileWriter::writeHeader();
+    const bool isPadded = bytesWritten % 2 == 0 ||
+                          (output.SetPosition(headerPosition + AiffHeaderSize + bytesWritten) && output.WriteByte(0));
+    return writeHeader() && isPadded;
 }
 
 bool AiffFileWriter::writeHeader() {

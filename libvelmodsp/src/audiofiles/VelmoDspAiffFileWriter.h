@@ -24,6 +24,7 @@ public:
 protected:
     AiffFileWriter(const File& file, double sampleRateInHz, unsigned int channelCount, int bits);
     bool writeHeader() override;
+    bool Complete() override;
 };
 
 }  // namespace velmodsp

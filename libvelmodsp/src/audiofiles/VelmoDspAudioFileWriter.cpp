@@ -96,11 +96,18 @@ bool AudioFileWriter::WriteSamples(const AudioBuffer& source, unsigned long sour
                        numSamples);
 }
 
+bool AudioFileWriter::Finish() {
+    if (!finished && !Complete()) failed = true;
+    finished = true;
+    return !failed;
+}
+
 bool AudioFileWriter::writeSamples(const int** channels, unsigned long numSamples) {
     return WriteFrames(SampleForm::Words, channels, numSamples);
 }
 
 bool AudioFileWriter::WriteFrames(SampleForm form, const int* const* channels, unsigned long numFrames) {
+    if (finished) return false;
     for (unsigned long done = 0; done < numFrames && !failed;) {
         const unsigned long n = std::min(numFrames - done, FramesPerBlock);
         if (n * GetBytesPerFrame() > maximumDataSize - bytesWritten || !WriteBlock(form, channels, done, n)) {

@@ -12,12 +12,13 @@ namespace velmodsp {
 class AudioBuffer;
 
 /// Writes 32-bit floats into a sound file, block after block, of any length with flat memory. The header is written
-/// when the file is opened and again, with the final sizes, when the writer is destroyed.
+/// when the file is opened and again, with the final sizes, when the file is finished: by `Finish`, which tells whether
+/// that went well, or when the writer is destroyed.
 ///
 ///     const File file("~/out.wav");
 ///     std::unique_ptr<AudioFileWriter> writer = AudioFileWriter::CreateWriterFor(file, 48000.0, 2, 24, true);
 ///     if (!writer->WriteSamples(block, 0, block.GetNumSamples())) ...  // disk full, or no right to write there
-///     writer.reset();                                                  // completes the file
+///     if (!writer->Finish()) ...                                       // likewise
 ///
 /// Integer files hold -1 to 1, rounded to 32 bits and then cut to the file's depth; what lies beyond, infinities
 /// included, becomes full scale, and NaN becomes 0. A 32-bit WAV file holds the floats as they are, bit for bit; a
@@ -60,6 +61,10 @@ public:
     /// @return false when the buffer has fewer channels or samples, or as `writeSamples`
     bool WriteSamples(const AudioBuffer& source, unsigned long sourceStartSample, unsigned long numSamples);
 
+    /// Completes the file, once; nothing can be written afterwards.
+    /// @return false when this or a write before it failed, as on a full disk
+    bool Finish();
+
     /// Whether a write failed. Nothing is written any more then.
     bool HasFailed() const noexcept { return failed; }
 
@@ -72,6 +77,9 @@ protected:
 
     /// (Re)writes the header with the sizes so far. The output stands behind it afterwards.
     virtual bool writeHeader() = 0;
+
+    /// Writes what completes the file: the header, and whatever the format has behind the samples.
+    virtual bool Complete() { return writeHeader(); }
 
     /// Checks the format and makes way for the file: everything that can refuse a file before it is opened.
     /// @return false when the folder cannot be made
@@ -92,6 +100,7 @@ private:
     bool WriteFrames(SampleForm form, const int* const* channels, unsigned long numFrames);
     bool WriteBlock(SampleForm form, const int* const* channels, unsigned long firstFrame, unsigned long numFrames);
 
+    bool finished = false;
     SampleFormat sampleFormat;
     unsigned long long maximumDataSize;  // bytes
     Vector<const int*> channelPointers;  // one per channel, and a null

@@ -91,7 +91,7 @@ WavFileWriter::WavFileWriter(const File& file, double sampleRateInHz, unsigned i
     failed = !WavFileWriter::writeHeader();
 }
 
-WavFileWriter::~WavFileWriter() { WavFileWriter::writeHeader(); }
+WavFileWriter::~WavFileWriter() { Finish(); }
 
 bool WavFileWriter::writeHeader() {
     isRF64 = bytesWritten > std::numeric_limits<std::uint32_t>::max();

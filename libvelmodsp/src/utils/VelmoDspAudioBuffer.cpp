@@ -35,6 +35,17 @@ bool CountBlockBytes(unsigned int numChannels, unsigned long numSamples, unsigne
     return true;
 }
 
+/// @throws Exception always: that of a lack of memory itself when there is none for the message either
+[[noreturn]] void FailToResize(unsigned int numChannels, unsigned long numSamples) {
+    try {
+        throw Exception(
+            String("memory re-allocation failed (numChannels = ") + numChannels + ", numSamples = " + numSamples + ")",
+            AudioBufferSource, __LINE__, true, false);
+    } catch (const std::bad_alloc& cause) {
+        throw Exception(cause, AudioBufferSource, __LINE__, true, false);
+    }
+}
+
 /// Calls `operation(i, value)` for the samples 0 to n - 1 of a straight line from `start` to exactly `end`.
 ///
 /// The line is computed in double precision, so it has no steps however long it is, and in chunks counted by an int,
@@ -114,9 +125,8 @@ unsigned long LengthInBuffer(const AudioFileReader& reader, const File& file) {
     return static_cast<unsigned long>(length);
 }
 
-/// Also false when a buffer without samples had only a header to write and that failed.
 bool WriteAll(const AudioBuffer& buffer, AudioFileWriter* writer) {
-    return writer != nullptr && writer->WriteSamples(buffer, 0, buffer.GetNumSamples()) && !writer->HasFailed();
+    return writer != nullptr && writer->WriteSamples(buffer, 0, buffer.GetNumSamples()) && writer->Finish();
 }
 
 }  // namespace
@@ -169,10 +179,7 @@ void AudioBuffer::Resize(unsigned int newNumChannels, unsigned long newNumSample
         block = nullptr;
     } else {
         void* resized = countable ? Realloc(block, bytes) : nullptr;
-        if (resized == nullptr)
-            throw Exception(String("memory re-allocation failed (numChannels = ") + newNumChannels +
-                                ", numSamples = " + newNumSamples + ")",
-                            AudioBufferSource, __LINE__, true, false);
+        if (resized == nullptr) FailToResize(newNumChannels, newNumSamples);
         block = static_cast<float*>(resized);
     }
     numChannels = newNumChannels;
