@@ -52,12 +52,18 @@ void Repair(std::vector<float>& after, unsigned channel, const RecordedBlock& re
     }
 }
 
-velmodsp::FrameLayout FindLayout(const std::string& path) {
-    const SoundSource source(path);
-    if (source.Layout().sampleFormat == velmodsp::SampleFormat::None) {
+/// Where the samples lie that were scanned.
+velmodsp::FrameLayout FindLayout(const FileScan& scan) {
+    const SoundSource source(scan.path);
+    const velmodsp::FrameLayout& layout = source.Layout();
+    if (layout.sampleFormat == velmodsp::SampleFormat::None) {
         throw std::runtime_error("only WAV and AIFF files can be repaired");
     }
-    return source.Layout();
+    if (layout.numChannels != scan.channels.size() || !source.HoldsFloats() ||
+        layout.numStoredFrames != scan.numFrames - scan.numMissingFrames) {
+        throw std::runtime_error("the file has changed since it was scanned");
+    }
+    return layout;
 }
 
 }  // namespace
@@ -70,7 +76,7 @@ bool RepairSoundFile(const FileScan& scan, RepairObject& object, const std::stri
                      const FileProgress& progress, const RepairObserver& observer) {
     const auto numChannels = static_cast<unsigned>(scan.channels.size());
     const unsigned long maxFrames = ChooseRepairFrames(numChannels);
-    SoundFileCopy copy(scan.path, FindLayout(scan.path), outputPath);
+    SoundFileCopy copy(scan.path, FindLayout(scan), outputPath);
     RecordedBlock recorded(numChannels, maxFrames);
     std::vector<float> after;
     std::uint64_t numDone = 0;

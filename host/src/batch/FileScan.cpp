@@ -58,6 +58,7 @@ FileScan ScanSoundFile(const std::string& path, const FileProgress& progress) {
         progress(static_cast<double>(numRead += n) / static_cast<double>(scan.numFrames));
     }
     for (std::size_t c = 0; c < counters.size(); ++c) scan.channels[c] = counters[c].Found();
+    scan.numMissingFrames = source.NumMissingFrames();  // once more: the file may have become shorter meanwhile
     return scan;
 }
 

@@ -28,10 +28,13 @@ std::unique_ptr<velmodsp::FileReader> Open(const std::string& path) {
 
 std::unique_ptr<velmodsp::FileWriter> Create(const PendingFile& file) {
     try {
-        return std::make_unique<velmodsp::FileWriter>(LibraryFile(file.TemporaryPath()));
-    } catch (const velmodsp::Exception& cause) {
+        auto writer = std::make_unique<velmodsp::FileWriter>(LibraryFile(file.TemporaryPath()));
+        // It opens an unwritable place without complaint.
+        if (fs::exists(SystemPath(file.TemporaryPath()))) return writer;
+    } catch (const std::exception& cause) {
         throw CannotWrite(file.Path(), cause.what());
     }
+    throw CannotWrite(file.Path(), "the file cannot be created");
 }
 
 }  // namespace

@@ -45,6 +45,7 @@ int RunObject(const RunOptions& options) {
     });
     progress.Hide();
     TellOfLateMessages(run);
+    TellOfLostFrames(options, source.get());
     if (sink) FinishSink(*sink, options);
     return 0;
 }

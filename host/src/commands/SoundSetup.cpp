@@ -28,6 +28,11 @@ std::vector<bool> GetConnectedInlets(const RunOptions& options, const SoundSourc
     return connected;
 }
 
+void TellOfMissingFrames(const RunOptions& options, const SoundSource& source) {
+    PrintNotice(*options.in + " is cut short: " + Count(source.NumMissingFrames(), "frame") + " of " +
+                std::to_string(source.LengthInFrames()) + " are missing and read as silence");
+}
+
 unsigned CountChannels(const SoundSource* source, const Box& box) {
     return std::max({source != nullptr ? source->NumChannels() : 0, box.NumSignalInlets(), box.NumSignalOutlets()});
 }
@@ -46,10 +51,7 @@ std::unique_ptr<SoundSource> OpenSource(const RunOptions& options) {
     if (source->LengthInFrames() == 0) {
         PrintNotice(*options.in + " holds no sound, or holds it in an encoding that is not known here");
     }
-    if (source->NumMissingFrames() > 0) {
-        PrintNotice(*options.in + " is cut short: " + Count(source->NumMissingFrames(), "frame") + " of " +
-                    std::to_string(source->LengthInFrames()) + " are missing and read as silence");
-    }
+    if (source->NumMissingFrames() > 0) TellOfMissingFrames(options, *source);
     return source;
 }
 
@@ -100,6 +102,10 @@ void FinishSink(SoundSink& sink, const RunOptions& options) {
 
 unsigned long ChooseBatchFrames(const RunLength& length, const SoundSource* source, const Box& box) {
     return ChooseBatchFrames(length.vectorSize, CountChannels(source, box));
+}
+
+void TellOfLostFrames(const RunOptions& options, const SoundSource* source) {
+    if (source != nullptr && source->HasLostFrames()) TellOfMissingFrames(options, *source);
 }
 
 void TellOfLateMessages(const SoundRun& run) {

@@ -49,6 +49,9 @@ std::unique_ptr<SoundSink> OpenSink(const RunOptions& options, const RunLength& 
 /// @throws SoundError
 void FinishSink(SoundSink& sink, const RunOptions& options);
 
+/// Tells, at the end, of a file that turned out to be shorter than it seemed when it was opened.
+void TellOfLostFrames(const RunOptions& options, const SoundSource* source);
+
 /// Tells of messages that were not sent because the sound ended before their time.
 void TellOfLateMessages(const SoundRun& run);
 

@@ -81,6 +81,7 @@ void ReplAudio::Stop() {
     if (clock == ReplClock::Script) AdvanceTo(std::max(flow->run->Position(), flow->length.frames));
     const std::unique_ptr<Flow> ended = std::exchange(flow, nullptr);
     TellOfLateMessages(*ended->run);
+    TellOfLostFrames(options, ended->source.get());
     ended->run.reset();
     if (ended->sink) FinishSink(*ended->sink, options);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -20,6 +21,7 @@ std::unique_ptr<velmodsp::AudioFileReader> Open(const std::string& path) {
     const fs::file_status status = fs::status(SystemPath(path), error);
     if (!fs::exists(status)) throw CannotRead(path, "no such file");
     if (fs::is_directory(status)) throw CannotRead(path, "it is a folder");
+    if (!std::ifstream(SystemPath(path))) throw CannotRead(path, "it cannot be opened; may it be read?");
     try {
         std::unique_ptr<velmodsp::AudioFileReader> reader(
             velmodsp::AudioFileReader::CreateReaderFor(LibraryFile(path)));
@@ -55,6 +57,7 @@ SoundSource::SoundSource(const std::string& soundPath)
     : path(soundPath),
       reader(Open(soundPath)),
       lengthInFrames(IsLengthUnknown(*reader) ? reader->GetNumStoredSamples() : reader->GetLengthInSamples()),
+      numMissingAtFirst(NumMissingFrames()),
       block(reader->GetNumChannels(), 0, true) {}
 
 void SoundSource::RequireKnownEncoding() const {

@@ -36,11 +36,15 @@ public:
     /// The length that the header gives; where the header only says that it is not known, what the file holds.
     std::uint64_t LengthInFrames() const { return lengthInFrames; }
 
-    /// Frames of that length that a file which was cut short does not hold; they read as silence.
+    /// Frames of that length that a file which was cut short does not hold; they read as silence. It may turn out to be
+    /// more of them while the file is read.
     std::uint64_t NumMissingFrames() const;
 
     /// Whether all that the file holds has been read: what is left of the length, if anything, is silence.
     bool HasOnlySilenceLeft() const { return position >= lengthInFrames - NumMissingFrames(); }
+
+    /// Whether more frames turned out to be missing than were when the file was opened.
+    bool HasLostFrames() const { return NumMissingFrames() > numMissingAtFirst; }
 
     /// Reads the next frames, `maxFrames` at most, and returns how many: 0 at the end. The block's memory grows to the
     /// largest that was asked for.
@@ -54,6 +58,7 @@ private:
     const std::string path;
     std::unique_ptr<velmodsp::AudioFileReader> reader;
     const std::uint64_t lengthInFrames;
+    const std::uint64_t numMissingAtFirst;
     velmodsp::AudioBuffer block;
     std::uint64_t position = 0;  // frames read so far
 };

@@ -114,12 +114,14 @@ void AiffFileReader::ParseSoundDataChunk(unsigned long long chunkSize) {
 
 bool AiffFileReader::readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) {
     frames.Read(input, layout, SampleForm::Words, destChannels, numSamples, startSample);
+    numStoredSamples = layout.numStoredFrames;
     return true;
 }
 
 bool AiffFileReader::ReadFloats(unsigned long long numSamples, unsigned long long startSample) {
     const SampleForm form = usesFloatingPointData ? SampleForm::Words : SampleForm::Floats;
     frames.Read(input, layout, form, channelPointers.Data(), numSamples, startSample);
+    numStoredSamples = layout.numStoredFrames;
     return true;
 }
 

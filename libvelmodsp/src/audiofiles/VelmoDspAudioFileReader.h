@@ -64,7 +64,7 @@ public:
 
     /// Frames of the file whose samples it really holds: less than `GetLengthInSamples` when the file is truncated or
     /// its header lies. From there on it reads as silence. In files of lossy formats that is known only once reading
-    /// has come to the end.
+    /// has come to the end, and so it is when a file becomes shorter while it is open.
     unsigned long long GetNumStoredSamples() const noexcept { return numStoredSamples; }
 
     /// Where and how the samples lie in the file. The sample format is `None` when they have a depth without a

@@ -24,6 +24,13 @@ void Silence(int* words, unsigned long long n) noexcept {
     if (words != nullptr) std::memset(words, 0, static_cast<std::size_t>(n) * sizeof(int));
 }
 
+/// How many of the frames that are to be read go through the buffer at a time; a larger one goes in pieces.
+std::size_t CountFramesAtOnce(const FrameLayout& layout, unsigned long long numFrames,
+                              std::size_t bufferSize) noexcept {
+    const unsigned long long most = std::max(bufferSize / layout.bytesPerFrame, 1ull);
+    return static_cast<std::size_t>(std::min(most, numFrames));
+}
+
 }  // namespace
 
 /// A run of whole frames, or of neighbouring channels of one frame, that fits the buffer.
@@ -43,40 +50,50 @@ unsigned long long CountStoredFrames(const FrameLayout& layout, unsigned long lo
     return std::min(layout.numFrames, frames);
 }
 
-void FrameReader::Read(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
+void FrameReader::Read(FileReader& input, FrameLayout& layout, SampleForm form, int** channels,
                        unsigned long long numFrames, unsigned long long start) noexcept {
     // Only stored frames are looked up, so no position computed from a header can pass the end of the file.
     const unsigned long long stored = layout.sampleFormat == SampleFormat::None ? 0 : layout.numStoredFrames;
     const unsigned long long available = start < stored ? std::min(numFrames, stored - start) : 0;
-    const unsigned int lastChannel = layout.numChannels;
-
-    if (layout.bytesPerFrame <= BufferSize) {
-        const std::size_t bytesPerFrame = static_cast<std::size_t>(layout.bytesPerFrame);
-        for (unsigned long long done = 0; done < available;) {
-            const auto n =
-                static_cast<std::size_t>(std::min<unsigned long long>(BufferSize / bytesPerFrame, available - done));
-            ReadBlock(input, layout, form, {start + done, n, 0, lastChannel, n * bytesPerFrame, done}, channels);
-            done += n;
-        }
-    } else {
-        const std::size_t sampleSize = BytesPerSample(layout.sampleFormat);
-        for (unsigned long long done = 0; done < available; ++done) {
-            for (unsigned int k = 0; k < lastChannel;) {
-                const auto n =
-                    static_cast<unsigned int>(std::min<std::size_t>(BufferSize / sampleSize, lastChannel - k));
-                ReadBlock(input, layout, form, {start + done, 1, k, n, n * sampleSize, done}, channels);
-                k += n;
-            }
-        }
+    unsigned long long done = 0;
+    while (done < available) {
+        const std::size_t n = CountFramesAtOnce(layout, available - done, BufferSize);
+        const std::size_t count = ReadFrames(input, layout, form, channels, start + done, n, done);
+        done += count;
+        if (count == n) continue;
+        layout.numStoredFrames = start + done;
+        break;
     }
 
     for (unsigned int k = 0; k < layout.numChannels; ++k)
-        if (channels[k] != nullptr) Silence(channels[k] + available, numFrames - available);
+        if (channels[k] != nullptr) Silence(channels[k] + done, numFrames - done);
     for (int** extra = channels + layout.numChannels; *extra != nullptr; ++extra) Silence(*extra, numFrames);
 }
 
-void FrameReader::ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
-                            int** channels) noexcept {
+/// Whole frames as far as they fit the buffer, or one that is larger, in runs of neighbouring channels.
+/// @return the number of frames of which the file holds at least the beginning
+std::size_t FrameReader::ReadFrames(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
+                                    unsigned long long firstFrame, std::size_t numFrames,
+                                    unsigned long long destOffset) noexcept {
+    const auto bytesPerFrame = static_cast<std::size_t>(layout.bytesPerFrame);
+    if (layout.bytesPerFrame <= BufferSize) {
+        const Block block = {firstFrame, numFrames, 0, layout.numChannels, numFrames * bytesPerFrame, destOffset};
+        return (ReadBlock(input, layout, form, block, channels) + bytesPerFrame - 1) / bytesPerFrame;
+    }
+    const std::size_t sampleSize = BytesPerSample(layout.sampleFormat);
+    std::size_t count = 0;
+    for (unsigned int k = 0; k < layout.numChannels;) {
+        const auto n =
+            static_cast<unsigned int>(std::min<std::size_t>(BufferSize / sampleSize, layout.numChannels - k));
+        count += ReadBlock(input, layout, form, {firstFrame, 1, k, n, n * sampleSize, destOffset}, channels);
+        k += n;
+    }
+    return count > 0 ? 1 : 0;
+}
+
+/// @return the number of bytes that the file holds of the block; the others are silence
+std::size_t FrameReader::ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
+                                   int** channels) noexcept {
     const FrameFormat format = {layout.sampleFormat, block.numChannels, static_cast<std::size_t>(layout.bytesPerFrame)};
     int** const blockChannels = channels + block.firstChannel;
     const bool asTheyAre = AreFramesTheirChannel(format, form) && *blockChannels != nullptr;
@@ -89,6 +106,7 @@ void FrameReader::ReadBlock(FileReader& input, const FrameLayout& layout, Sample
     std::memset(bytes + count, SilenceByte(layout.sampleFormat), block.numBytes - count);
     if (!asTheyAre)
         DecodeFrames(format, bytes, block.numFrames, form, blockChannels, static_cast<std::size_t>(block.destOffset));
+    return count;
 }
 
 }  // namespace velmodsp

@@ -17,13 +17,19 @@ public:
     /// format cannot convert becomes silence.
     /// @param channels one pointer for each channel of the layout, null to leave that channel out; then any further
     /// channels, which are filled with silence; then a null pointer. Each points at room for `numFrames` words.
-    void Read(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
-              unsigned long long numFrames, unsigned long long start) noexcept;
+    ///
+    /// Where the file turns out to end earlier than the layout has it, because it was cut short since it was opened or
+    /// cannot be read, `layout.numStoredFrames` goes down to what there is.
+    void Read(FileReader& input, FrameLayout& layout, SampleForm form, int** channels, unsigned long long numFrames,
+              unsigned long long start) noexcept;
 
 private:
     struct Block;
-    void ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
-                   int** channels) noexcept;
+    std::size_t ReadFrames(FileReader& input, const FrameLayout& layout, SampleForm form, int** channels,
+                           unsigned long long firstFrame, std::size_t numFrames,
+                           unsigned long long destOffset) noexcept;
+    std::size_t ReadBlock(FileReader& input, const FrameLayout& layout, SampleForm form, const Block& block,
+                          int** channels) noexcept;
 
     static constexpr std::size_t BufferSize = 65536;
     unsigned char buffer[BufferSize];

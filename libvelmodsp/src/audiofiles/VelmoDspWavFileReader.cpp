@@ -139,12 +139,14 @@ bool WavFileReader::ParseSampleType(unsigned int formatTag, unsigned long long c
 
 bool WavFileReader::readSamples(int** destChannels, unsigned long long numSamples, unsigned long long startSample) {
     frames.Read(input, layout, SampleForm::Words, destChannels, numSamples, startSample);
+    numStoredSamples = layout.numStoredFrames;
     return true;
 }
 
 bool WavFileReader::ReadFloats(unsigned long long numSamples, unsigned long long startSample) {
     const SampleForm form = usesFloatingPointData ? SampleForm::Words : SampleForm::Floats;
     frames.Read(input, layout, form, channelPointers.Data(), numSamples, startSample);
+    numStoredSamples = layout.numStoredFrames;
     return true;
 }
 
