@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <csignal>
+#include <cstdio>
 #include <exception>
 
 #include "audio/DspSettings.h"
@@ -198,10 +199,14 @@ int TellWrongUsage(const std::string& reason, const CLI::App* command) {
     return kWrongUsage;
 }
 
-}  // namespace
+/// What a command printed may not have gone out, as when a full disk takes the output.
+int CheckOutput(int status) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    PrintNotice("cannot write to the standard output");
+    return kFailed;
+}
 
-int RunCommandLine(int argc, char** argv) {
-    KeepWriteErrorsFromEndingTheProgram();
+int RunCommand(int argc, char** argv) {
     CLI::App app("velmohost: runs a Max object without Max", "velmohost");
     app.require_subcommand(1);
     RunOptions runOptions;
@@ -239,6 +244,14 @@ int RunCommandLine(int argc, char** argv) {
         PrintNotice(error.what());
         return kFailed;
     }
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, char** argv) {
+    KeepWriteErrorsFromEndingTheProgram();
+    std::clearerr(stdout);
+    return CheckOutput(RunCommand(argc, argv));
 }
 
 }  // namespace velmohost
