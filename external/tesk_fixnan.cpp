@@ -113,24 +113,19 @@ void configure(tesk_fixnan_t* x, float samplerate, std::uint32_t maxBlockSize) {
     Guarded(x, [&] { x->engine->Configure(samplerate, maxBlockSize, true); });
 }
 
-/// Builds the engine for the channels that the arguments ask for, which is why they are read first.
-bool createEngine(tesk_fixnan_t* x, long argc, t_atom* argv) {
-    if (!velmomax::dictionary_process_partial(x, argc, argv, 1, "numchannels")) return false;
+void createEngine(tesk_fixnan_t* x) {
     x->numchannels = std::clamp(x->numchannels, minNumChannels, maxNumChannels);
-    Guarded(x, [&] { x->engine = new velmodsp::MultiFixNaN(static_cast<std::uint32_t>(x->numchannels)); });
-    if (!x->engine) {
-        object_error(asObject(x), "couldnt create object");
-        return false;
-    }
+    x->engine = new velmodsp::MultiFixNaN(static_cast<std::uint32_t>(x->numchannels));
     x->listener = new MultiFixNaNListener(x);
     x->engine->AddListener(x->listener);
-    return true;
 }
 
 bool create(tesk_fixnan_t* x, long argc, t_atom* argv) {
     x->ob.box = gensym("#B")->s_thing;
     x->engine = nullptr;
-    if (!createEngine(x, argc, argv)) return false;
+    // The engine is built for the channels that the arguments ask for, so these are read first.
+    if (!velmomax::dictionary_process_partial(x, argc, argv, 1, "numchannels")) return false;
+    createEngine(x);
     velmomax::AddDumpOutlet(x);
     configure(x, sys_getsr(), static_cast<std::uint32_t>(std::max(sys_getblksize(), 0)));
     velmomax::CreateDspInletsAndOutlets(&x->ob, x->engine->GetNumInputs(), x->engine->GetNumOutputs(), true);
@@ -166,8 +161,10 @@ void setReplacementValue(tesk_fixnan_t* x, const t_atom* value) {
 }
 
 void setMode(tesk_fixnan_t* x, const t_atom* value) {
-    x->mode = atom_getsym(value);
-    x->engine->SetMode(String(x->mode->s_name));
+    t_symbol* mode = atom_getsym(value);
+    const String text(mode->s_name);
+    x->mode = mode;
+    x->engine->SetMode(text);
 }
 
 }  // namespace
@@ -187,7 +184,10 @@ tesk_fixnan_t* tesk_fixnan_new(t_symbol*, short argc, t_atom* argv) {
         return nullptr;
     }
     bool isCreated = false;
-    Guarded(x, [&] { isCreated = create(x, argc, argv); });
+    if (!Guarded(x, [&] { isCreated = create(x, argc, argv); })) {
+        object_error(asObject(x), "couldnt create object");
+        object_free(x);
+    }
     return isCreated ? x : nullptr;
 }
 

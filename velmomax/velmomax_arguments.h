@@ -13,10 +13,12 @@ bool dictionary_process_all(void* x, long argc, t_atom* argv, bool check) noexce
 /// Sets only the `count` attributes whose names (`const char*`) follow: those that size the object and must be known
 /// before anything else.
 /// @return true when every one of them was set; what failed is reported in the Max window
-bool dictionary_process_partial(void* x, long argc, t_atom* argv, int count, ...) noexcept;
+/// @throws std::bad_alloc: an object of another size than the one asked for is none
+bool dictionary_process_partial(void* x, long argc, t_atom* argv, int count, ...);
 
 /// Sets the attribute `name` from the single atom that `dict` holds for it.
 /// @return false, with an error in the Max window, when `dict` has no such entry or it is several atoms
-bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name) noexcept;
+/// @throws std::bad_alloc
+bool attr_dictionary_process_atom(void* x, t_dictionary* dict, t_symbol* name);
 
 }  // namespace velmomax

@@ -1,9 +1,25 @@
-/// Atoms that the host hands out: values of attributes, entries of dictionaries.
+/// What the host hands out and takes back: values of attributes, entries and keys of dictionaries.
 #pragma once
+
+#include <memory>
 
 #include "velmomax_api.h"
 
 namespace velmomax {
+
+/// Frees an object of the host at the end of its scope, unless it was released to somebody else. Main thread.
+struct ObjectFreer {
+    void operator()(void* object) const noexcept { object_free(object); }
+};
+template <typename Object>
+using OwnedObject = std::unique_ptr<Object, ObjectFreer>;
+
+/// Memory of the host, given back at the end of its scope.
+struct MemoryFreer {
+    void operator()(void* memory) const noexcept { sysmem_freeptr(memory); }
+};
+template <typename Element>
+using OwnedMemory = std::unique_ptr<Element, MemoryFreer>;
 
 /// The current value of an attribute, freed with this object. Main thread.
 ///
@@ -70,6 +86,38 @@ private:
     long ac = 1;
     t_atom* av = &single;
     bool isAtoms = false;
+};
+
+/// The keys of a dictionary, freed with this object. Valid as long as the dictionary. Main thread.
+///
+///     const DictionaryKeys keys(dict, dictionary_getkeys_ordered);
+///     for (t_symbol* key : keys) use(key);
+class DictionaryKeys {
+public:
+    using List = t_max_err (*)(const t_dictionary* dict, long* count, t_symbol*** keys);
+
+    /// @param list the host's function that lists them, in the order that is wanted
+    DictionaryKeys(t_dictionary* listedDict, List list) noexcept : dict(listedDict), error(list(dict, &count, &keys)) {}
+    ~DictionaryKeys() {
+        if (keys) dictionary_freekeys(dict, count, keys);
+    }
+    DictionaryKeys(const DictionaryKeys&) = delete;
+    DictionaryKeys& operator=(const DictionaryKeys&) = delete;
+
+    /// The host's error code of the listing.
+    t_max_err Error() const noexcept { return error; }
+
+    /// The count as the host reports it, which is negative when the host is at fault.
+    long ReportedCount() const noexcept { return count; }
+
+    t_symbol* const* begin() const noexcept { return keys; }
+    t_symbol* const* end() const noexcept { return keys && count > 0 ? keys + count : keys; }
+
+private:
+    t_dictionary* const dict;
+    long count = 0;
+    t_symbol** keys = nullptr;
+    t_max_err error;  // after the two above, which the listing fills
 };
 
 }  // namespace velmomax

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "velmomax_atoms.h"
+#include "velmomax_guard.h"
 #include "velmomax_symbols.h"
 #include "velmomax_text.h"
 
@@ -43,12 +44,12 @@ t_symbol* label() { return CommonSymbol(SlotOf("label")); }
 void listNames(void* object, std::vector<t_symbol*>& names, bool alphabetically) {
     long count = 0;
     t_symbol** hostNames = nullptr;
-    object_attr_getnames(object, &count, &hostNames);
+    ThrowIfOutOfMemory(object_attr_getnames(object, &count, &hostNames));
+    const OwnedMemory<t_symbol*> owner(hostNames);
     if (hostNames && count > 0) {
         if (alphabetically) symbolarray_sort(count, hostNames);
         names.assign(hostNames, hostNames + count);
     }
-    if (hostNames) sysmem_freeptr(hostNames);
 }
 
 void sortByOrder(void* object, std::vector<t_symbol*>& names) {
@@ -79,9 +80,10 @@ MaxAttribute::MaxAttribute(void* object, t_symbol* name) noexcept
 
 t_symbol* MaxAttribute::GetName() const noexcept { return attribute ? get_attr_name(attribute) : gensym(""); }
 
-std::string MaxAttribute::GetValueOf(t_symbol* property, const std::string& defaultText) const noexcept {
+std::string MaxAttribute::GetValueOf(t_symbol* property, const std::string& defaultText) const {
     if (!attribute) return defaultText;
     const AttributeValue value(attribute, property);
+    ThrowIfOutOfMemory(value.Error());
     if (value.Count() == 0) return defaultText;
     switch (value[0].a_type) {
         case A_SYM:
@@ -96,9 +98,7 @@ std::string MaxAttribute::GetValueOf(t_symbol* property, const std::string& defa
     }
 }
 
-std::string MaxAttribute::GetLabel(const std::string& defaultText) const noexcept {
-    return GetValueOf(label(), defaultText);
-}
+std::string MaxAttribute::GetLabel(const std::string& defaultText) const { return GetValueOf(label(), defaultText); }
 
 unsigned int MaxAttribute::GetOrder() const noexcept {
     if (!hasProperty(CommonSymbol(SlotOf("order")))) return 0;
@@ -112,10 +112,11 @@ unsigned int MaxAttribute::GetOrder() const noexcept {
     return static_cast<unsigned int>(atom_getlong(&value[0]));
 }
 
-void MaxAttribute::GetEnumChoices(std::vector<std::string>& choices, const std::string& defaultText) const noexcept {
+void MaxAttribute::GetEnumChoices(std::vector<std::string>& choices, const std::string& defaultText) const {
     choices.assign(1, defaultText);
     if (!hasProperty(CommonSymbol(SlotOf("enumvals")))) return;
     const AttributeValue value(attribute, CommonSymbol(SlotOf("enumvals")));
+    ThrowIfOutOfMemory(value.Error());
     if (value.Error() != MAX_ERR_NONE) {
         post("MaxAttribute::GetEnumChoices : %s in object_attr_getvalueof", GetErrorName(value.Error()));
     }
@@ -144,7 +145,7 @@ bool MaxAttribute::IsInvisible() const noexcept {
     return atom_getlong(&value[0]) == 1;
 }
 
-void MaxAttribute::Print(std::ostream& stream) const noexcept {
+void MaxAttribute::Print(std::ostream& stream) const {
     if (!attribute) return;
     const std::string labelText = GetLabel("");
     const std::string description = GetValueOf(CommonSymbol(SlotOf("description")), labelText);
@@ -187,14 +188,13 @@ std::string MaxAttribute::enumChoicesText() const {
     return text;
 }
 
-void MaxAttribute::GetListOfAttributesName(void* object, std::vector<t_symbol*>& names,
-                                           AttrSortingType sortingType) noexcept {
+void MaxAttribute::GetListOfAttributesName(void* object, std::vector<t_symbol*>& names, AttrSortingType sortingType) {
     names.clear();
     listNames(object, names, sortingType == Alphabetical);
     if (sortingType == ByOrder) sortByOrder(object, names);
 }
 
-void MaxAttribute::RemoveInvisibleAndOpaqueAttributes(void* object, std::vector<t_symbol*>& names) noexcept {
+void MaxAttribute::RemoveInvisibleAndOpaqueAttributes(void* object, std::vector<t_symbol*>& names) {
     std::erase_if(names, [object](t_symbol* name) {
         const MaxAttribute candidate(object, name);
         return candidate.IsInvisible() || !candidate.isReadable() || !candidate.isSettable() || isBoxAttribute(name) ||

@@ -1,6 +1,6 @@
 /// Reading attributes back: their properties (attributes of the attribute), their order, and which of them make up an
-/// object's state. Everything here runs on the main thread and never throws: problems are posted in the Max window
-/// without an object, and the answer is then neutral.
+/// object's state. Everything here runs on the main thread. Problems are posted in the Max window without an object,
+/// and the answer is then neutral; nothing is thrown but std::bad_alloc, by what gives texts and lists.
 ///
 /// Properties that mean something to the suite:
 ///   label, description  short and long text       category, style  the inspector's group and editor
@@ -37,32 +37,31 @@ public:
 
     /// The property's first value as text: a symbol's name, a long in decimal, a float with two decimals (ties away
     /// from zero). `defaultText` when there is no such property or it holds nothing.
-    std::string GetValueOf(t_symbol* property, const std::string& defaultText) const noexcept;
+    std::string GetValueOf(t_symbol* property, const std::string& defaultText) const;
 
     /// The property "label" as `GetValueOf` gives it.
-    std::string GetLabel(const std::string& defaultText) const noexcept;
+    std::string GetLabel(const std::string& defaultText) const;
 
     /// The property "order"; 0 when absent.
     unsigned int GetOrder() const noexcept;
 
     /// Makes `choices` the values of the property "enumvals", one entry each; an entry that is no symbol stays empty.
     /// Without the property there is one choice, `defaultText`.
-    void GetEnumChoices(std::vector<std::string>& choices, const std::string& defaultText) const noexcept;
+    void GetEnumChoices(std::vector<std::string>& choices, const std::string& defaultText) const;
 
     /// True when the property "invisible" is 1.
     bool IsInvisible() const noexcept;
 
     /// Writes the attribute's element of the reference page, indented by two tabs and more. Texts are written as they
     /// are, since they may carry the page's own markup. Nothing is written for a null attribute.
-    void Print(std::ostream& stream) const noexcept;
+    void Print(std::ostream& stream) const;
 
     /// Makes `names` the names of all attributes of `object`.
-    static void GetListOfAttributesName(void* object, std::vector<t_symbol*>& names,
-                                        AttrSortingType sortingType) noexcept;
+    static void GetListOfAttributesName(void* object, std::vector<t_symbol*>& names, AttrSortingType sortingType);
 
     /// Leaves in `names`, in their order, the attributes that are the object's state: visible, open to users for
     /// reading and setting, none of the box's own, and with a value.
-    static void RemoveInvisibleAndOpaqueAttributes(void* object, std::vector<t_symbol*>& names) noexcept;
+    static void RemoveInvisibleAndOpaqueAttributes(void* object, std::vector<t_symbol*>& names);
 
     /// Number of atoms of the attribute's current value; 0, reported as a bug of `object`, when it cannot be read.
     static long GetNumberOfAtomsNeededToStoreAttribute(void* object, t_symbol* name) noexcept;

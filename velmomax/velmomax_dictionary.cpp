@@ -1,9 +1,8 @@
 #include "velmomax_dictionary.h"
 
-#include <algorithm>
-
 #include "velmomax_atoms.h"
 #include "velmomax_attribute.h"
+#include "velmomax_guard.h"
 #include "velmomax_object.h"
 #include "velmomax_state.h"
 #include "velmomax_text.h"
@@ -12,19 +11,17 @@ namespace velmomax {
 
 namespace {
 
-void appendAtom(void* x, t_dictionary* dict, t_symbol* name, const t_atom& atom) {
+t_max_err appendAtom(void* x, t_dictionary* dict, t_symbol* name, const t_atom& atom) {
     switch (atom.a_type) {
         case A_SYM:
-            dictionary_appendsym(dict, name, atom_getsym(&atom));
-            break;
+            return dictionary_appendsym(dict, name, atom_getsym(&atom));
         case A_FLOAT:
-            dictionary_appendfloat(dict, name, static_cast<double>(static_cast<float>(atom_getfloat(&atom))));
-            break;
+            return dictionary_appendfloat(dict, name, static_cast<double>(static_cast<float>(atom_getfloat(&atom))));
         case A_LONG:
-            dictionary_appendlong(dict, name, atom_getlong(&atom));
-            break;
+            return dictionary_appendlong(dict, name, atom_getlong(&atom));
         default:
             object_warn(static_cast<t_object*>(x), "unknown atom type in AppendAttributeToDictionary");
+            return MAX_ERR_NONE;
     }
 }
 
@@ -51,13 +48,13 @@ void parseEntry(void* x, t_dictionary* dict, t_symbol* key) {
 
 }  // namespace
 
-t_dictionary* AddAttributesToDictionary(void* x) noexcept {
-    t_dictionary* dict = dictionary_new();
-    for (t_symbol* name : GetStateAttributes(x)) AppendAttributeToDictionary(x, dict, name);
-    return dict;
+t_dictionary* AddAttributesToDictionary(void* x) {
+    OwnedObject<t_dictionary> dict(dictionary_new());
+    for (t_symbol* name : GetStateAttributes(x)) AppendAttributeToDictionary(x, dict.get(), name);
+    return dict.release();
 }
 
-void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) noexcept {
+void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) {
     if (!dict) return;
     auto* object = static_cast<t_object*>(x);
     if (MaxAttribute(x, name).IsNull()) {
@@ -68,22 +65,23 @@ void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) no
     if (value.Error() != MAX_ERR_NONE) {
         object_bug(object, "AppendAttributeToDictionary : %s in object_attr_getvalueof (%s)",
                    GetErrorName(value.Error()), name->s_name);
+        ThrowIfOutOfMemory(value.Error());
     } else if (value.Count() == 1) {
-        appendAtom(x, dict, name, value[0]);
+        ThrowIfOutOfMemory(appendAtom(x, dict, name, value[0]));
     } else if (value.Count() > 1) {
-        dictionary_appendatoms(dict, name, value.Count(), const_cast<t_atom*>(value.Atoms()));
+        ThrowIfOutOfMemory(dictionary_appendatoms(dict, name, value.Count(), const_cast<t_atom*>(value.Atoms())));
     }
 }
 
 void dump_dictionary(void* x, t_dictionary* dict) noexcept {
     t_outlet* outlet = getdumpoutlet(x);
     if (!outlet) return;
+    t_symbol* name = dict ? symbol_unique() : nullptr;
+    dict = name ? dictobj_register(dict, &name) : nullptr;
     if (!dict) {
         object_error(static_cast<t_object*>(x), "couldnt create dictionary");
         return;
     }
-    t_symbol* name = symbol_unique();
-    dict = dictobj_register(dict, &name);
     t_atom argument{};
     atom_setsym(&argument, name);
     outlet_anything(outlet, gensym("dictionary"), 1, &argument);
@@ -91,23 +89,21 @@ void dump_dictionary(void* x, t_dictionary* dict) noexcept {
 }
 
 bool parse_dictionary(void* x, t_dictionary* dict) noexcept {
-    long count = 0;
-    t_symbol** keys = nullptr;
-    const t_max_err error = dictionary_getkeys(dict, &count, &keys);
-    if (error != MAX_ERR_NONE || count < 0) {
-        object_error(static_cast<t_object*>(x), "couldnt get dict key : %s", GetErrorName(error));
+    const DictionaryKeys keys(dict, dictionary_getkeys);
+    if (keys.Error() != MAX_ERR_NONE || keys.ReportedCount() < 0) {
+        object_error(static_cast<t_object*>(x), "couldnt get dict key : %s", GetErrorName(keys.Error()));
         return false;
     }
-    std::for_each(keys, keys + count, [&](t_symbol* key) { parseEntry(x, dict, key); });
-    dictionary_freekeys(dict, count, keys);
+    for (t_symbol* key : keys) parseEntry(x, dict, key);
     return true;
 }
 
 void dump_dict(void* x, t_symbol*, long argc, t_atom* argv) noexcept {
-    t_dictionary* dict = argc > 0 ? dictionary_new() : AddAttributesToDictionary(x);
-    if (appendNamedAttributes(x, dict, argc, argv)) dump_dictionary(x, dict);
-    const bool isOurs = dict && !dictobj_namefromptr(dict);
-    if (isOurs) object_free(dict);
+    Guarded(x, [&] {
+        OwnedObject<t_dictionary> dict(argc > 0 ? dictionary_new() : AddAttributesToDictionary(x));
+        if (appendNamedAttributes(x, dict.get(), argc, argv)) dump_dictionary(x, dict.get());
+        if (dict && dictobj_namefromptr(dict.get())) dict.release();  // the host's from now on
+    });
 }
 
 void readdict(void* x, t_symbol* name) noexcept {

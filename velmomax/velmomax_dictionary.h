@@ -8,11 +8,13 @@ namespace velmomax {
 
 /// A new dictionary with the object's whole state. The caller frees it with `object_free`, or the host keeps it once it
 /// is registered.
-t_dictionary* AddAttributesToDictionary(void* x) noexcept;
+/// @throws std::bad_alloc
+t_dictionary* AddAttributesToDictionary(void* x);
 
 /// Adds the current value of the attribute `name` to `dict`, or nothing when `dict` is null or the value is empty.
 /// A single float is narrowed to 32 bits.
-void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name) noexcept;
+/// @throws std::bad_alloc: a state with a part missing would pass for the whole one
+void AppendAttributeToDictionary(void* x, t_dictionary* dict, t_symbol* name);
 
 /// Registers `dict` under a name of its own, sends that name out of the dump outlet and empties the dictionary when
 /// everybody has had it. From then on it is the host's; when it could not be sent it stays the caller's.

@@ -29,4 +29,10 @@ bool Guarded(void* x, Body&& body) noexcept {
     return false;
 }
 
+/// Turns the host's error code for a lack of memory into the exception for it, so that what is being done is given up
+/// as a whole. Other codes are the caller's.
+inline void ThrowIfOutOfMemory(t_max_err error) {
+    if (error == MAX_ERR_OUT_OF_MEM) throw std::bad_alloc();
+}
+
 }  // namespace velmomax

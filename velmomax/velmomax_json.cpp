@@ -1,12 +1,15 @@
 #include "velmomax_json.h"
 
 #include <array>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <new>
+#include <ostream>
 
 #include "velmomax_atoms.h"
 #include "velmomax_dictionary.h"
+#include "velmomax_guard.h"
 #include "velmomax_path.h"
 #include "velmomax_text.h"
 
@@ -67,13 +70,32 @@ std::string jsonValueOf(void* x, t_dictionary* dict, t_symbol* key) {
     return json;
 }
 
-void writeEntries(void* x, t_dictionary* dict, long numKeys, t_symbol* const* keys, std::ostream& stream) {
+void writeEntries(void* x, t_dictionary* dict, const DictionaryKeys& keys, std::ostream& stream) {
     stream << "{\n";
-    for (long i = 0; i < numKeys; ++i) {
-        stream << "    " << quoted(keys[i]->s_name) << " : " << jsonValueOf(x, dict, keys[i])
-               << (i + 1 < numKeys ? ", \n" : "\n");
+    for (t_symbol* const* key = keys.begin(); key != keys.end(); ++key) {
+        stream << "    " << quoted((*key)->s_name) << " : " << jsonValueOf(x, dict, *key)
+               << (key + 1 != keys.end() ? ", \n" : "\n");
     }
     stream << "}\n";
+}
+
+bool writeDictionary(void* x, t_dictionary* dict, const std::string& path) {
+    errno = 0;
+    NewTextFile file(path);
+    if (!file.IsOpen()) {
+        if (errno == ENOMEM) throw std::bad_alloc();
+        return false;
+    }
+    auto* object = static_cast<t_object*>(x);
+    const DictionaryKeys keys(dict, dictionary_getkeys_ordered);
+    if (keys.Error() != MAX_ERR_NONE) {
+        object_error(object, "couldnt get dict key : %s", GetErrorName(keys.Error()));
+        return false;
+    }
+    writeEntries(x, dict, keys, file.Stream());
+    if (file.Finish()) return true;
+    object_error(object, "couldnt write %s", path.c_str());
+    return false;
 }
 
 }  // namespace
@@ -92,31 +114,19 @@ void atomarray2json(long argc, const t_atom* argv, std::string& out) {
 }
 
 bool export_dictionary_json(void* x, t_dictionary* dict, const std::string& path) noexcept {
-    if (!dict) return false;
-    std::ofstream file = OpenTextFile(path);
-    if (!file) return false;
-    auto* object = static_cast<t_object*>(x);
-    long numKeys = 0;
-    t_symbol** keys = nullptr;
-    const t_max_err error = dictionary_getkeys_ordered(dict, &numKeys, &keys);
-    if (error != MAX_ERR_NONE) {
-        object_error(object, "couldnt get dict key : %s", GetErrorName(error));
-        return false;
-    }
-    writeEntries(x, dict, numKeys, keys, file);
-    dictionary_freekeys(dict, numKeys, keys);
-    file.close();
-    if (!file) object_error(object, "couldnt write %s", path.c_str());
-    return static_cast<bool>(file);
+    bool isWritten = false;
+    Guarded(x, [&] { isWritten = dict && writeDictionary(x, dict, path); });
+    return isWritten;
 }
 
 void export_dict(void* x, t_symbol*, long argc, t_atom* argv) noexcept {
-    t_dictionary* state = AddAttributesToDictionary(x);
-    if (!state) return;
-    const bool isPathGiven = argc > 0 && argv && argv->a_type == A_SYM;
-    const std::string path = isPathGiven ? atom_getsym(argv)->s_name : OpenSaveAsDialogForJSONFile();
-    if (!path.empty()) export_dictionary_json(x, state, path);
-    object_free(state);
+    Guarded(x, [&] {
+        const OwnedObject<t_dictionary> state(AddAttributesToDictionary(x));
+        if (!state) return;
+        const bool isPathGiven = argc > 0 && argv && argv->a_type == A_SYM;
+        const std::string path = isPathGiven ? atom_getsym(argv)->s_name : OpenSaveAsDialogForJSONFile();
+        if (!path.empty()) export_dictionary_json(x, state.get(), path);
+    });
 }
 
 }  // namespace velmomax

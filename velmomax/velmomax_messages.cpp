@@ -6,6 +6,7 @@
 #include "velmomax_attribute.h"
 #include "velmomax_dictionary.h"
 #include "velmomax_documentation.h"
+#include "velmomax_guard.h"
 #include "velmomax_json.h"
 #include "velmomax_state.h"
 #include "velmomax_symbols.h"
@@ -70,22 +71,24 @@ void postversion(t_object* x) noexcept {
 }
 
 void postattributes(t_object* x, t_symbol*, long argc, t_atom* argv) noexcept {
-    if (argc == 0) {
-        PostValueOfAllAttributes(x);
-    } else if (argc == 1 && argv->a_type == A_SYM) {
-        PostValueOfAttribute(x, atom_getsym(argv));
-    } else {
-        post_error_message(x, argc, argv, "invalid message : postattributes");
-    }
+    Guarded(x, [&] {
+        if (argc == 0) {
+            PostValueOfAllAttributes(x);
+        } else if (argc == 1 && argv->a_type == A_SYM) {
+            PostValueOfAttribute(x, atom_getsym(argv));
+        } else {
+            post_error_message(x, argc, argv, "invalid message : postattributes");
+        }
+    });
 }
 
-void PostValueOfAllAttributes(t_object* x) noexcept {
+void PostValueOfAllAttributes(t_object* x) {
     const std::vector<t_symbol*> names = GetStateAttributes(x);
     object_post(x, "found %d attributes", static_cast<int>(names.size()));
     for (t_symbol* name : names) PostValueOfAttribute(x, name);
 }
 
-void PostValueOfAttribute(t_object* x, t_symbol* name) noexcept {
+void PostValueOfAttribute(t_object* x, t_symbol* name) {
     if (MaxAttribute(x, name).IsNull()) {
         object_error(x, "no attribute %s", name->s_name);
         return;

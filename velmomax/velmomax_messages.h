@@ -28,9 +28,11 @@ void postversion(t_object* x) noexcept;
 void postattributes(t_object* x, t_symbol* s, long argc, t_atom* argv) noexcept;
 
 /// Posts how many attributes make up the object's state, then each one's value, by name.
-void PostValueOfAllAttributes(t_object* x) noexcept;
+/// @throws std::bad_alloc
+void PostValueOfAllAttributes(t_object* x);
 
 /// Posts the attribute's name and value; an error when `x` has no attribute of that name.
-void PostValueOfAttribute(t_object* x, t_symbol* name) noexcept;
+/// @throws std::bad_alloc
+void PostValueOfAttribute(t_object* x, t_symbol* name);
 
 }  // namespace velmomax

@@ -1,5 +1,7 @@
 #include "velmomax_msp.h"
 
+#include <new>
+
 #include "velmomax_documentation.h"
 
 namespace velmomax {
@@ -26,9 +28,11 @@ void AddPostDspInletsStatus(t_class* c, method m) noexcept {
     class_doc_method(c, "postdspstate", "post information about the dsp connections.");
 }
 
-void CreateDspInletsAndOutlets(_VelmoMspObject* x, std::uint32_t numIn, std::uint32_t numOut, bool noInPlace) noexcept {
+void CreateDspInletsAndOutlets(_VelmoMspObject* x, std::uint32_t numIn, std::uint32_t numOut, bool noInPlace) {
     z_dsp_setup(&x->ob, static_cast<long>(numIn));
-    for (std::uint32_t i = 0; i < numOut; ++i) outlet_new(x, "signal");
+    for (std::uint32_t i = 0; i < numOut; ++i) {
+        if (!outlet_new(x, "signal")) throw std::bad_alloc();
+    }
     if (noInPlace) x->ob.z_misc = Z_NO_INPLACE;
 }
 

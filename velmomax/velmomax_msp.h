@@ -42,7 +42,9 @@ void AddPostDspInletsStatus(t_class* c, method m) noexcept;
 
 /// Gives the object `numIn` signal inlets and `numOut` signal outlets. `noInPlace` asks the host for separate input and
 /// output sample buffers. Main thread, in the constructor, after the dump outlet.
-void CreateDspInletsAndOutlets(_VelmoMspObject* x, std::uint32_t numIn, std::uint32_t numOut, bool noInPlace) noexcept;
+/// @throws std::bad_alloc when the host has no memory for all outlets: it would hand over fewer buffers than the object
+/// writes to
+void CreateDspInletsAndOutlets(_VelmoMspObject* x, std::uint32_t numIn, std::uint32_t numOut, bool noInPlace);
 
 /// Takes the object out of the signal chain; the first thing in its free function. Main thread.
 void RemoveFromDspChain(_VelmoMspObject* x) noexcept;

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <string_view>
+#include <system_error>
 
 #include "velmomax_api.h"
 
@@ -93,13 +93,38 @@ std::string OpenSaveAsDialogForJSONFile() {
     return readsAsUtf8(path.data()) ? withoutVolume(path.data()) : TranslateAbsolutePath(path.data());
 }
 
-std::ofstream OpenTextFile(const std::string& path) {
+NewTextFile::NewTextFile(const std::string& path) {
     try {
-        return std::ofstream(std::filesystem::path(std::u8string(path.begin(), path.end())));
+        file = std::u8string(path.begin(), path.end());
     } catch (const std::filesystem::filesystem_error&) {  // a text that is no path on this system
-        std::ofstream none;
-        none.setstate(std::ios::failbit);
-        return none;
+        return;
+    }
+    try {
+        stream.open(file);
+    } catch (...) {  // opened, but without memory for a buffer
+        closeAndRemove();
+        throw;
+    }
+}
+
+NewTextFile::~NewTextFile() {
+    if (IsOpen()) closeAndRemove();
+}
+
+bool NewTextFile::Finish() {
+    if (!IsOpen()) return false;
+    stream.close();
+    if (stream) return true;
+    closeAndRemove();
+    return false;
+}
+
+void NewTextFile::closeAndRemove() noexcept {
+    stream.close();
+    // A device or a link stays: it was there before.
+    std::error_code error;
+    if (std::filesystem::is_regular_file(std::filesystem::symlink_status(file, error))) {
+        std::filesystem::remove(file, error);
     }
 }
 

@@ -1,6 +1,7 @@
 /// From the host's way of naming files to the system's. Main thread.
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -15,9 +16,32 @@ std::string TranslateAbsolutePath(const std::string& path);
 /// @return the file's path as the system takes it, in UTF-8; empty when the user cancelled
 std::string OpenSaveAsDialogForJSONFile();
 
-/// Opens a text file for writing, in the place of one that is there.
-/// @param path as the system takes it, in UTF-8
-/// @return a stream, which is not good when the file could not be opened
-std::ofstream OpenTextFile(const std::string& path);
+/// A text file in the making, in the place of one that is there. One that is not finished is removed: half a file would
+/// pass for a whole one.
+///
+///     NewTextFile file(path);
+///     if (file.IsOpen()) file.Stream() << text;
+///     const bool isWritten = file.Finish();
+class NewTextFile {
+public:
+    /// @param path as the system takes it, in UTF-8
+    explicit NewTextFile(const std::string& path);
+    ~NewTextFile();
+    NewTextFile(const NewTextFile&) = delete;
+    NewTextFile& operator=(const NewTextFile&) = delete;
+
+    bool IsOpen() const { return stream.is_open(); }
+    std::ostream& Stream() { return stream; }
+
+    /// Closes the file.
+    /// @return false, and the file is gone, when it could not be opened or written as a whole, as on a full disk
+    bool Finish();
+
+private:
+    void closeAndRemove() noexcept;
+
+    std::filesystem::path file;
+    std::ofstream stream;
+};
 
 }  // namespace velmomax

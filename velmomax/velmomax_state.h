@@ -10,7 +10,8 @@
 namespace velmomax {
 
 /// The names of the attributes that make up the state of `x`, in alphabetical order.
-std::vector<t_symbol*> GetStateAttributes(void* x) noexcept;
+/// @throws std::bad_alloc
+std::vector<t_symbol*> GetStateAttributes(void* x);
 
 /// Handler of "getvalueof", by which pattr objects read the state. All values one after the other go to the memory that
 /// the caller passes in (`*av` with room for `*ac` atoms) as far as they fit, or else, when either is 0, to new memory

@@ -13,6 +13,7 @@ namespace {
 std::ostringstream classicStream() {
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
+    stream.exceptions(std::ios::badbit);  // without memory it would leave out what it has no room for, and say nothing
     return stream;
 }
 
@@ -89,13 +90,13 @@ const char* GetErrorName(t_max_err code) noexcept {
     return "unknown MAX_ERR";
 }
 
-void post_message(void* x, long argc, const t_atom* argv, const char* name) noexcept {
+void post_message(void* x, long argc, const t_atom* argv, const char* name) {
     std::string text;
     atomarray2string(argc, argv, text);
     object_post(static_cast<t_object*>(x), "%s : %s", name, text.c_str());
 }
 
-void post_error_message(void* x, long argc, const t_atom* argv, const char* text) noexcept {
+void post_error_message(void* x, long argc, const t_atom* argv, const char* text) {
     auto* object = static_cast<t_object*>(x);
     if (!argv || argc == 0) {
         object_error(object, "%s ", text);

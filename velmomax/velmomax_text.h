@@ -30,9 +30,11 @@ void removeTrailingSpaces(std::string& text);
 const char* GetErrorName(t_max_err code) noexcept;
 
 /// Posts the name and the atoms as text: "numchannels : 2 ". Main thread.
-void post_message(void* x, long argc, const t_atom* argv, const char* name) noexcept;
+/// @throws std::bad_alloc
+void post_message(void* x, long argc, const t_atom* argv, const char* name);
 
 /// Posts the text and the atoms, or the text alone when there are none, as an error of `x`. Main thread.
-void post_error_message(void* x, long argc, const t_atom* argv, const char* text) noexcept;
+/// @throws std::bad_alloc
+void post_error_message(void* x, long argc, const t_atom* argv, const char* text);
 
 }  // namespace velmomax

@@ -3,9 +3,10 @@
 
 #include "velmomax_xml.h"
 
-#include <fstream>
+#include <ostream>
 
 #include "velmomax_atoms.h"
+#include "velmomax_guard.h"
 #include "velmomax_path.h"
 #include "velmomax_symbols.h"
 
@@ -132,11 +133,16 @@ void printMethod(std::ostream& stream, const MaxXmlDocumentation::MethodDescript
 
 void MaxXmlDocumentation::GenerateXmlDocumentation() const {
     const std::string path = velmodsp::WithForwardSlashes(homeDirectory()).Str() + "/" + className() + ".maxref.xml";
-    std::ofstream page = OpenTextFile(path);
-    if (!page) {
-        object_error(object, "could not create %s", path.c_str());
-        return;
+    NewTextFile page(path);
+    if (page.IsOpen()) printPage(page.Stream());
+    if (page.Finish()) {
+        object_post(object, "documentation generated in %s", path.c_str());
+    } else {
+        object_error(object, "could not create %s", path.c_str());  // the disk is full, for instance
     }
+}
+
+void MaxXmlDocumentation::printPage(std::ostream& page) const {
     printXmlHeader(page);
     printLine(page, 0, "<c74object name=\"" + className() + "\">");
     printDigestAndDescription(page);
@@ -152,18 +158,13 @@ void MaxXmlDocumentation::GenerateXmlDocumentation() const {
     printEmptyLine(page);
     printLine(page, 0, "</c74object>");
     printEmptyLine(page);
-    page.close();
-    if (page) {
-        object_post(object, "documentation generated in %s", path.c_str());
-    } else {
-        object_error(object, "could not create %s", path.c_str());  // the disk is full, for instance
-    }
 }
 
 std::string MaxXmlDocumentation::GetObjectVersion() const {
     void* version = object_attr_get(object, gensym("externalversion"));
     if (version) {
         const AttributeValue label(version, CommonSymbol(SlotOf("label")));
+        ThrowIfOutOfMemory(label.Error());
         if (label.Count() > 0 && label[0].a_type == A_SYM) return atom_getsym(&label[0])->s_name;
     }
     return "unknown version";
@@ -288,15 +289,13 @@ void MaxXmlDocumentation::getObjectMethodsDescription(std::vector<MethodDescript
     methods.clear();
     auto* store = reinterpret_cast<t_dictionary*>(storeOf("getObjectMethodsDescription", "methods"));
     if (!store) return;
-    long numKeys = 0;
-    t_symbol** keys = nullptr;
-    if (dictionary_getkeys_ordered(store, &numKeys, &keys) != MAX_ERR_NONE) return;
-    for (long i = 0; i < numKeys; ++i) {
+    const DictionaryKeys keys(store, dictionary_getkeys_ordered);
+    ThrowIfOutOfMemory(keys.Error());
+    for (t_symbol* key : keys) {
         t_object* texts = nullptr;
-        const bool isDocumented = dictionary_getobject(store, keys[i], &texts) == MAX_ERR_NONE && texts;
-        methods.push_back(isDocumented ? methodFrom(keys[i]->s_name, textsIn(texts)) : MethodDescription());
+        const bool isDocumented = dictionary_getobject(store, key, &texts) == MAX_ERR_NONE && texts;
+        methods.push_back(isDocumented ? methodFrom(key->s_name, textsIn(texts)) : MethodDescription());
     }
-    dictionary_freekeys(store, numKeys, keys);
 }
 
 std::string MaxXmlDocumentation::className() const {
@@ -315,16 +314,20 @@ t_object* MaxXmlDocumentation::storeOf(const char* collector, const char* name) 
         post("MaxXmlDocumentation::%s no %s class attribute", collector, "classdescription");
         return nullptr;
     }
-    return object_attr_getobj(attribute, gensym(name));
+    const AttributeValue store(attribute, gensym(name));
+    ThrowIfOutOfMemory(store.Error());
+    return store.Count() > 0 ? static_cast<t_object*>(atom_getobj(&store[0])) : nullptr;
 }
 
 void GenerateXmlDocumentation(t_object* x, const char* styleSheet, const MaxAttribute::AttrSortingType& sorting,
                               const char* notice) noexcept {
-    MaxXmlDocumentation page(x);
-    page.styleSheet = styleSheet;
-    page.sortingType = sorting;
-    page.notice = notice;
-    page.GenerateXmlDocumentation();
+    Guarded(x, [&] {
+        MaxXmlDocumentation page(x);
+        page.styleSheet = styleSheet;
+        page.sortingType = sorting;
+        page.notice = notice;
+        page.GenerateXmlDocumentation();
+    });
 }
 
 }  // namespace velmomax

@@ -40,7 +40,8 @@ public:
     std::string notice = suiteNotice;                                        ///< rights notice
 
     /// Writes the page to "<class name>.maxref.xml" in the user's home directory, in the place of an earlier one, and
-    /// posts where. A page that cannot be written is reported as an error of the object.
+    /// posts where. A page that cannot be written is reported as an error of the object; there is no page then.
+    /// @throws std::bad_alloc
     void GenerateXmlDocumentation() const;
 
     /// The label of the attribute "externalversion"; "unknown version" when it holds no text.
@@ -77,6 +78,7 @@ public:
     void getObjectMethodsDescription(std::vector<MethodDescription>& methods) const;
 
 private:
+    void printPage(std::ostream& page) const;
     std::string className() const;
     std::string labelOf(const char* attribute) const;
     t_object* storeOf(const char* collector, const char* name) const;
