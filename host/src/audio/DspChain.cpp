@@ -87,6 +87,7 @@ void DspChain::AskObject(const std::vector<bool>& inletsConnected, const std::ve
     for (unsigned outlet = 0; outlet < numOutlets; ++outlet) {
         counts[numInlets + outlet] = IsConnected(outletsConnected, outlet);
     }
+    entries.reserve(1);  // here a lack of memory can be told; the object could only leave itself out
     dspObject = NewDspObject(*this);
     CallMethod(object, gensym("dsp64"), dspObject, counts.data(), samplerate, vectorSize, 0L);
 }

@@ -1,6 +1,7 @@
 #include "audio/DspObject.h"
 
 #include "audio/DspChain.h"
+#include "core/OutOfMemory.h"
 
 namespace velmohost {
 namespace {
@@ -10,9 +11,11 @@ struct DspObject {
     DspChain* chain;
 };
 
-void* AddPerform(DspObject* x, t_object* object, t_perfroutine64 perform, void* flags, void* userParameter) {
+void* AddPerform(DspObject* x, t_object* object, t_perfroutine64 perform, void* flags, void* userParameter) try {
     x->chain->Add(object, perform, static_cast<long>(reinterpret_cast<t_ptr_int>(flags)), userParameter);
     return nullptr;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 /// Every cord of this host carries one channel.
@@ -20,7 +23,8 @@ t_ptr_int GetOneChannel(DspObject*, t_object*, t_ptr_int) { return 1; }
 
 t_class* GetDspObjectClass() {
     static t_class* const dspClass = [] {
-        t_class* const c = class_new("dspchain", nullptr, nullptr, static_cast<long>(sizeof(DspObject)), nullptr, 0);
+        t_class* const c =
+            Required(class_new("dspchain", nullptr, nullptr, static_cast<long>(sizeof(DspObject)), nullptr, 0));
         class_addmethod(c, reinterpret_cast<method>(AddPerform), "dsp_add64", A_CANT, 0);
         class_addmethod(c, reinterpret_cast<method>(GetOneChannel), "getnuminputchannels", A_CANT, 0);
         class_addmethod(c, reinterpret_cast<method>(GetOneChannel), "getnumoutputchannels", A_CANT, 0);
@@ -33,9 +37,9 @@ t_class* GetDspObjectClass() {
 }  // namespace
 
 t_object* NewDspObject(DspChain& chain) {
-    auto* const x = static_cast<DspObject*>(object_alloc(GetDspObjectClass()));
-    if (x != nullptr) x->chain = &chain;
-    return reinterpret_cast<t_object*>(x);
+    auto* const x = NewRecord<DspObject>(GetDspObjectClass());
+    x->chain = &chain;
+    return &x->header;
 }
 
 DspChain* GetDspChain(t_object* dspObject) {

@@ -8,6 +8,7 @@
 #include "audio/DspChain.h"
 #include "audio/DspObject.h"
 #include "audio/DspSettings.h"
+#include "core/OutOfMemory.h"
 #include "ext.h"
 #include "ext_obex.h"
 #include "z_dsp.h"
@@ -67,7 +68,7 @@ void z_dsp_setup(t_pxobject* x, long nsignals) {
     x->z_proxy = nullptr;
     if (count < 2) return;  // the left inlet is there already
     auto** const proxies = AllocateProxies(count - 1);
-    if (proxies == nullptr) return;
+    if (proxies == nullptr) return void(OutOfMemory());
     for (long inlet = count - 1; inlet > 0; --inlet) proxies[inlet - 1] = proxy_new(x, inlet, &x->z_in);
     x->z_proxy = proxies;
 }
@@ -81,8 +82,10 @@ void z_dsp_free(t_pxobject* x) {
     x->z_proxy = nullptr;
 }
 
-void dsp_add64(t_object* chain, t_object* x, t_perfroutine64 f, long flags, void* userparam) {
+void dsp_add64(t_object* chain, t_object* x, t_perfroutine64 f, long flags, void* userparam) try {
     if (DspChain* const dspChain = GetDspChain(chain)) dspChain->Add(x, f, flags, userparam);
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
 float sys_getsr(void) { return static_cast<float>(GetDspSettings().samplerate); }

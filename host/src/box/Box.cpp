@@ -10,6 +10,7 @@
 #include "core/Creation.h"
 #include "core/Messages.h"
 #include "core/Objects.h"
+#include "core/Owned.h"
 #include "ext_obex.h"
 #include "window/MaxWindow.h"
 #include "z_dsp.h"
@@ -93,9 +94,9 @@ std::optional<std::vector<t_atom>> Box::GetValueOf() {
     long ac = 0;
     t_atom* av = nullptr;  // both zero: the object is to allocate the atoms, which are then the host's
     const auto result = CallPlugin<t_max_err>(getter, object, &ac, &av);
+    const OwnedMemory<t_atom> owner(av);
     std::vector<t_atom> value;
     if (av != nullptr && ac > 0) value.assign(av, av + ac);
-    sysmem_freeptr(av);
     if (result == MAX_ERR_NONE) return value;
     PostRow(RowKind::Error, className.c_str(), "gives no value");
     return std::nullopt;

@@ -1,5 +1,6 @@
 #include "box/Patcher.h"
 
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -24,7 +25,8 @@ void AddReadOnly(t_class* c, const char* name, const char* type, long offset) {
 
 t_class* GetPatcherClass() {
     static t_class* const patcherClass = [] {
-        t_class* const c = class_new("patcher", nullptr, nullptr, static_cast<long>(sizeof(PatcherObject)), nullptr, 0);
+        t_class* const c =
+            Required(class_new("patcher", nullptr, nullptr, static_cast<long>(sizeof(PatcherObject)), nullptr, 0));
         AddReadOnly(c, "name", "symbol", calcoffset(PatcherObject, name));
         AddReadOnly(c, "filepath", "symbol", calcoffset(PatcherObject, filepath));
         AddReadOnly(c, "parentpatcher", "object", calcoffset(PatcherObject, parentpatcher));
@@ -36,7 +38,8 @@ t_class* GetPatcherClass() {
 
 t_class* GetBoxClass() {
     static t_class* const boxClass = [] {
-        t_class* const c = class_new("newobj", nullptr, nullptr, static_cast<long>(sizeof(BoxObject)), nullptr, 0);
+        t_class* const c =
+            Required(class_new("newobj", nullptr, nullptr, static_cast<long>(sizeof(BoxObject)), nullptr, 0));
         class_register(CLASS_NOBOX, c);
         return c;
     }();
@@ -46,13 +49,12 @@ t_class* GetBoxClass() {
 }  // namespace
 
 t_object* NewPatcherObject() {
-    auto* const x = static_cast<PatcherObject*>(object_alloc(GetPatcherClass()));
-    if (x == nullptr) return nullptr;
+    auto* const x = NewRecord<PatcherObject>(GetPatcherClass());
     x->name = gensym("velmohost");
     x->filepath = gensym("");
     return &x->header;
 }
 
-t_object* NewBoxObject() { return static_cast<t_object*>(object_alloc(GetBoxClass())); }
+t_object* NewBoxObject() { return &NewRecord<BoxObject>(GetBoxClass())->header; }
 
 }  // namespace velmohost

@@ -3,6 +3,8 @@
 
 #include "core/AtomOutput.h"
 #include "core/HostClasses.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext.h"
 #include "ext_obex.h"
 
@@ -40,8 +42,9 @@ t_max_err Append(t_atomarray* x, long ac, const t_atom* av) {
 }  // namespace
 
 t_class* AtomArrayClass() {
-    static t_class* const c = class_new("atomarray", reinterpret_cast<method>(atomarray_new),
-                                        reinterpret_cast<method>(Empty), sizeof(t_atomarray), nullptr, A_CANT, 0);
+    static t_class* const c =
+        Required(class_new("atomarray", reinterpret_cast<method>(atomarray_new), reinterpret_cast<method>(Empty),
+                           sizeof(t_atomarray), nullptr, A_CANT, 0));
     return c;
 }
 
@@ -51,10 +54,12 @@ using namespace velmohost;
 
 extern "C" {
 
-t_atomarray* atomarray_new(long ac, t_atom* av) {
-    auto* const x = static_cast<t_atomarray*>(object_alloc(AtomArrayClass()));
-    if (x != nullptr) Append(x, ac, av);
-    return x;
+t_atomarray* atomarray_new(long ac, t_atom* av) try {
+    OwnedRecord<t_atomarray> x(NewRecord<t_atomarray>(AtomArrayClass()));
+    if (Append(x.get(), ac, av) == MAX_ERR_OUT_OF_MEM) throw std::bad_alloc();
+    return x.release();
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void atomarray_flags(t_atomarray* x, long flags) {
@@ -63,11 +68,13 @@ void atomarray_flags(t_atomarray* x, long flags) {
 
 long atomarray_getflags(t_atomarray* x) { return LivingArray(x) != nullptr ? x->flags : 0; }
 
-t_max_err atomarray_setatoms(t_atomarray* x, long ac, t_atom* av) {
+t_max_err atomarray_setatoms(t_atomarray* x, long ac, t_atom* av) try {
     if (LivingArray(x) == nullptr || ac < 0 || (ac > 0 && av == nullptr)) return MAX_ERR_INVALID_PTR;
     const std::vector<t_atom> atoms(av, av + ac);
     Empty(x);
     return Append(x, ac, atoms.data());
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err atomarray_getatoms(t_atomarray* x, long* ac, t_atom** av) {
@@ -77,9 +84,11 @@ t_max_err atomarray_getatoms(t_atomarray* x, long* ac, t_atom** av) {
     return MAX_ERR_NONE;
 }
 
-t_max_err atomarray_copyatoms(t_atomarray* x, long* ac, t_atom** av) {
+t_max_err atomarray_copyatoms(t_atomarray* x, long* ac, t_atom** av) try {
     if (LivingArray(x) == nullptr) return MAX_ERR_INVALID_PTR;
     return GiveAtoms({x->av, x->av + x->ac}, ac, av);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_atom_long atomarray_getsize(t_atomarray* x) { return LivingArray(x) != nullptr ? x->ac : 0; }
@@ -93,9 +102,17 @@ t_max_err atomarray_getindex(t_atomarray* x, long index, t_atom* av) {
 
 void* atomarray_duplicate(t_atomarray* x) { return LivingArray(x) != nullptr ? atomarray_new(x->ac, x->av) : nullptr; }
 
-void atomarray_appendatom(t_atomarray* x, t_atom* a) { Append(LivingArray(x), 1, a); }
+void atomarray_appendatom(t_atomarray* x, t_atom* a) try {
+    Append(LivingArray(x), 1, a);
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
+}
 
-void atomarray_appendatoms(t_atomarray* x, long ac, t_atom* av) { Append(LivingArray(x), ac, av); }
+void atomarray_appendatoms(t_atomarray* x, long ac, t_atom* av) try {
+    Append(LivingArray(x), ac, av);
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
+}
 
 void atomarray_chuckindex(t_atomarray* x, long index) {
     if (LivingArray(x) == nullptr || index < 0 || index >= x->ac) return;

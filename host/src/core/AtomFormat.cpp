@@ -5,6 +5,8 @@
 #include "core/AtomOutput.h"
 #include "core/AtomText.h"
 #include "core/Messages.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext_obex.h"
 #include "ext_obex_util.h"
 
@@ -44,8 +46,8 @@ void AppendArray(std::vector<t_atom>& atoms, long count, const Element* items) {
 }
 
 void AppendResult(std::vector<t_atom>& atoms, long ac, t_atom* av) {
+    const OwnedMemory<t_atom> owner(av);
     AppendArray<const t_atom&>(atoms, ac, av);
-    sysmem_freeptr(av);
 }
 
 void AppendObjectValue(std::vector<t_atom>& atoms, t_object* object) {
@@ -179,11 +181,13 @@ t_max_err FormatAtoms(const char* format, std::va_list values, std::vector<t_ato
 
 }  // namespace velmohost
 
-extern "C" t_max_err atom_setformat(long* ac, t_atom** av, const char* fmt, ...) {
+extern "C" t_max_err atom_setformat(long* ac, t_atom** av, const char* fmt, ...) try {
     std::vector<t_atom> atoms;
     std::va_list values;
     va_start(values, fmt);
     const t_max_err result = velmohost::FormatAtoms(fmt, values, atoms);
     va_end(values);
     return result == MAX_ERR_NONE ? velmohost::GiveAtoms(atoms, ac, av) : result;
+} catch (const std::bad_alloc&) {
+    return velmohost::OutOfMemory();
 }

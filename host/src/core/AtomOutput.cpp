@@ -1,6 +1,7 @@
 #include "core/AtomOutput.h"
 
 #include <algorithm>
+#include <new>
 
 namespace velmohost {
 
@@ -12,11 +13,11 @@ t_max_err GiveAtoms(const std::vector<t_atom>& atoms, long* ac, t_atom** av) {
         count = std::min(count, *ac);
     } else {
         *av = atoms.empty() ? nullptr : reinterpret_cast<t_atom*>(sysmem_newptr(atoms.size() * sizeof(t_atom)));
-        if (*av == nullptr) count = 0;
+        if (*av == nullptr && count > 0) throw std::bad_alloc();
     }
     std::copy_n(atoms.begin(), count, *av);
     *ac = count;
-    return *av == nullptr && !atoms.empty() ? MAX_ERR_OUT_OF_MEM : MAX_ERR_NONE;
+    return MAX_ERR_NONE;
 }
 
 }  // namespace velmohost

@@ -8,6 +8,7 @@
 
 #include "core/AtomOutput.h"
 #include "core/Numbers.h"
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 #include "ext_obex_util.h"
 
@@ -145,11 +146,13 @@ using namespace velmohost;
 
 extern "C" {
 
-t_max_err atom_setparse(long* ac, t_atom** av, const char* parsestr) {
+t_max_err atom_setparse(long* ac, t_atom** av, const char* parsestr) try {
     return parsestr != nullptr ? GiveAtoms(ParseAtoms(parsestr), ac, av) : static_cast<t_max_err>(MAX_ERR_INVALID_PTR);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err atom_gettext(long ac, t_atom* av, long* textsize, char** text, long flags) {
+t_max_err atom_gettext(long ac, t_atom* av, long* textsize, char** text, long flags) try {
     if (textsize == nullptr || text == nullptr || (ac > 0 && av == nullptr)) return MAX_ERR_INVALID_PTR;
     const std::string written = AtomsToText(ac, av, flags);
     if (*text == nullptr || *textsize <= 0) {
@@ -159,6 +162,8 @@ t_max_err atom_gettext(long ac, t_atom* av, long* textsize, char** text, long fl
     }
     strncpy_zero(*text, written.c_str(), *textsize);
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

@@ -8,6 +8,8 @@
 
 #include "core/AtomOutput.h"
 #include "core/Instance.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 
 namespace velmohost {
 namespace {
@@ -38,12 +40,14 @@ void WriteRecord(void* owner, const Attribute& a, long ac, const t_atom* av) {
     if (long* const count = CountOf(owner, a)) *count = numValues;
 }
 
-t_max_err GetDefault(void* owner, Attribute* a, long* ac, t_atom** av) {
+t_max_err GetDefault(void* owner, Attribute* a, long* ac, t_atom** av) try {
     if (a->ownValues != nullptr) return GiveAtoms(*a->ownValues, ac, av);
     return a->storage != nullptr ? GiveAtoms(ReadRecord(owner, *a), ac, av) : static_cast<t_max_err>(MAX_ERR_GENERIC);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err SetDefault(void* owner, Attribute* a, long ac, t_atom* av) {
+t_max_err SetDefault(void* owner, Attribute* a, long ac, t_atom* av) try {
     if (a->ownValues != nullptr) {
         std::vector<t_atom> values;
         std::transform(av, av + ac, std::back_inserter(values),
@@ -54,6 +58,8 @@ t_max_err SetDefault(void* owner, Attribute* a, long ac, t_atom* av) {
     if (a->storage == nullptr) return MAX_ERR_GENERIC;
     WriteRecord(owner, *a, ac, av);
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 const method getDefault = reinterpret_cast<method>(GetDefault);
@@ -96,8 +102,10 @@ t_ptr_int SetAccessor(Attribute* a, t_symbol* which, method accessor) {
 
 t_ptr_int Get(Attribute* a, t_object* owner, long* ac, t_atom** av) { return GetValue(owner, *a, ac, av); }
 
-t_ptr_int Set(Attribute* a, t_object* owner, t_ptr_int ac, t_atom* av) {
+t_ptr_int Set(Attribute* a, t_object* owner, t_ptr_int ac, t_atom* av) try {
     return SetValue(owner, *a, static_cast<long>(ac), av);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 // ---- making and freeing
@@ -110,8 +118,8 @@ void FreeAttribute(Attribute* a) {
 
 t_class* AttributeClass() {
     static t_class* const attributeClass = [] {
-        t_class* const c =
-            class_new("attribute", nullptr, reinterpret_cast<method>(FreeAttribute), sizeof(Attribute), nullptr, 0);
+        t_class* const c = Required(
+            class_new("attribute", nullptr, reinterpret_cast<method>(FreeAttribute), sizeof(Attribute), nullptr, 0));
         const auto add = [c](auto function, const char* name) {
             class_addmethod(c, reinterpret_cast<method>(function), name, A_CANT, 0);
         };
@@ -133,8 +141,7 @@ t_class* AttributeClass() {
 
 Attribute* NewAttribute(const char* name, const t_symbol* type, long flags, method get, method set) {
     if (name == nullptr) return nullptr;
-    auto* const a = static_cast<Attribute*>(object_alloc(AttributeClass()));
-    if (a == nullptr) return nullptr;
+    auto* const a = NewRecord<Attribute>(AttributeClass());
     a->attr.name = gensym(name);
     a->attr.type = type != nullptr ? const_cast<t_symbol*>(type) : gensym("atom");
     a->attr.flags = flags;
@@ -145,13 +152,15 @@ Attribute* NewAttribute(const char* name, const t_symbol* type, long flags, meth
 }
 
 t_object* NewRecordAttribute(const char* name, const t_symbol* type, long flags, method get, method set, long maxCount,
-                             long countOffset, long offset) {
+                             long countOffset, long offset) try {
     Attribute* const a = NewAttribute(name, type, flags, get, set);
     if (a == nullptr) return nullptr;
     a->maxCount = std::max(0L, maxCount);
     a->countOffset = countOffset;
     a->offset = offset;
     return &a->attr.ob;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // namespace
@@ -161,12 +170,12 @@ Attribute* AsAttribute(void* attribute) {
 }
 
 Attribute* NewOwnAttribute(const char* name, const t_symbol* type, long flags, const std::vector<t_atom>& values) {
-    Attribute* const a = NewAttribute(name, type, flags, nullptr, nullptr);
+    OwnedRecord<Attribute> a(NewAttribute(name, type, flags, nullptr, nullptr));
     if (a == nullptr) return nullptr;
     a->ownValues = new std::vector<t_atom>;
     std::transform(values.begin(), values.end(), std::back_inserter(*a->ownValues),
-                   [a](const t_atom& atom) { return ConvertToType(a->storage, atom); });
-    return a;
+                   [&a](const t_atom& atom) { return ConvertToType(a->storage, atom); });
+    return a.release();
 }
 
 void FreeOwnAttributes(t_object* x) {
@@ -194,12 +203,14 @@ t_object* attr_offset_array_new(const char* name, t_symbol* type, long size, lon
     return NewRecordAttribute(name, type, flags, mget, mset, size, offsetcount, offset);
 }
 
-t_object* attribute_new(const char* name, t_symbol* type, long flags, method mget, method mset) {
+t_object* attribute_new(const char* name, t_symbol* type, long flags, method mget, method mset) try {
     Attribute* const a = NewOwnAttribute(name, type, flags, {});
     if (a == nullptr) return nullptr;
     SetAccessor(a, gensym("get"), mget);
     SetAccessor(a, gensym("set"), mset);
     return &a->attr.ob;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

@@ -6,6 +6,7 @@
 #include "core/Attribute.h"
 #include "core/ClassRecord.h"
 #include "core/Instance.h"
+#include "core/OutOfMemory.h"
 #include "core/PluginCall.h"
 #include "ext_obex.h"
 
@@ -89,8 +90,10 @@ using namespace velmohost;
 
 extern "C" {
 
-t_max_err class_addattr(t_class* c, t_object* attr) {
+t_max_err class_addattr(t_class* c, t_object* attr) try {
     return c != nullptr ? Add(RecordOf(c).attributes, attr) : static_cast<t_max_err>(MAX_ERR_INVALID_PTR);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void* class_attr_get(t_class* x, t_symbol* attrname) { return FindClassAttribute(x, attrname); }
@@ -103,13 +106,15 @@ t_max_err object_attr_getvalueof(void* x, t_symbol* s, long* argc, t_atom** argv
     return GetValue(static_cast<t_object*>(x), *attribute, argc, argv);
 }
 
-t_max_err object_attr_setvalueof(void* x, t_symbol* s, long argc, t_atom* argv) {
+t_max_err object_attr_setvalueof(void* x, t_symbol* s, long argc, t_atom* argv) try {
     Attribute* const attribute = FindAttribute(x, s);
     if (attribute == nullptr || (attribute->attr.flags & ATTR_SET_OPAQUE) != 0) return MAX_ERR_GENERIC;
     return SetValue(static_cast<t_object*>(x), *attribute, argc, argv);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err object_attr_getnames(void* object, long* argc, t_symbol*** argv) {
+t_max_err object_attr_getnames(void* object, long* argc, t_symbol*** argv) try {
     t_object* const x = LivingObject(object);
     if (x == nullptr || argc == nullptr || argv == nullptr) return MAX_ERR_INVALID_PTR;
     std::vector<t_object*> attributes = RecordOf(ob_class(x)).attributes;
@@ -121,15 +126,20 @@ t_max_err object_attr_getnames(void* object, long* argc, t_symbol*** argv) {
         t_symbol* const name = reinterpret_cast<Attribute*>(attribute)->attr.name;
         if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
     }
-    *argc = static_cast<long>(names.size());
     *argv = names.empty() ? nullptr : reinterpret_cast<t_symbol**>(sysmem_newptr(names.size() * sizeof(t_symbol*)));
+    if (*argv == nullptr && !names.empty()) throw std::bad_alloc();
+    *argc = static_cast<long>(names.size());
     std::copy(names.begin(), names.end(), *argv);
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err object_addattr(void* object, t_object* attr) {
+t_max_err object_addattr(void* object, t_object* attr) try {
     t_object* const x = LivingObject(object);
     return x != nullptr ? Add(GetInstance(x).attributes, attr) : static_cast<t_max_err>(MAX_ERR_INVALID_PTR);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err object_chuckattr(void* object, t_symbol* attrname) {
@@ -153,7 +163,7 @@ t_max_err object_attr_touch(t_object* x, t_symbol* attrname) {
                                 : static_cast<t_max_err>(MAX_ERR_GENERIC);
 }
 
-method object_attr_method(void* x, t_symbol* methodname, void** attr, long* get) {
+method object_attr_method(void* x, t_symbol* methodname, void** attr, long* get) try {
     if (methodname == nullptr || attr == nullptr || get == nullptr) return nullptr;
     const std::string name = methodname->s_name;
     Attribute* attribute = FindAttribute(x, methodname);
@@ -162,6 +172,8 @@ method object_attr_method(void* x, t_symbol* methodname, void** attr, long* get)
     if (attribute == nullptr) return nullptr;
     *attr = attribute;
     return *get != 0 ? attribute->attr.get : attribute->attr.set;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 long object_attr_usercanget(void* x, t_symbol* s) {

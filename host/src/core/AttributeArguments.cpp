@@ -6,6 +6,7 @@
 #include "core/Attribute.h"
 #include "core/AttributeRuns.h"
 #include "core/DictionaryRecord.h"
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 #include "window/MaxWindow.h"
 
@@ -46,19 +47,23 @@ extern "C" {
 
 long attr_args_offset(short ac, t_atom* av) { return av != nullptr ? FindFirstRun(ac, av) : ac; }
 
-void attr_args_process(void* x, short ac, t_atom* av) {
+void attr_args_process(void* x, short ac, t_atom* av) try {
     for (const AttributeRun& run : FindRuns(ac, av)) {
         if (object_attr_setvalueof(x, run.name, run.count, run.values) != MAX_ERR_NONE) {
             PostError(x, "can not set the attribute \"" + std::string(run.name->s_name) + '"');
         }
     }
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
-void attr_args_dictionary(t_dictionary* x, short ac, t_atom* av) {
+void attr_args_dictionary(t_dictionary* x, short ac, t_atom* av) try {
     for (const AttributeRun& run : FindRuns(ac, av)) dictionary_appendatoms(x, run.name, run.count, run.values);
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
-void attr_dictionary_process(void* x, t_dictionary* d) {
+void attr_dictionary_process(void* x, t_dictionary* d) try {
     const DictionaryState* const state = StateOf(d);
     if (state == nullptr) return;
     // A copy of the keys: setters may change the dictionary.
@@ -70,15 +75,19 @@ void attr_dictionary_process(void* x, t_dictionary* d) {
         if (FindAttribute(x, key) == nullptr || dictionary_getatoms(d, key, &ac, &av) != MAX_ERR_NONE) continue;
         object_attr_setvalueof(x, key, ac, av);
     }
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
-void attr_dictionary_check(void* x, t_dictionary* d) {
+void attr_dictionary_check(void* x, t_dictionary* d) try {
     const DictionaryState* const state = StateOf(d);
     if (state == nullptr) return;
     for (const DictionaryState::Entry& entry : state->entries) {
         if (FindAttribute(x, entry.key) != nullptr) continue;
         PostError(x, '"' + std::string(entry.key->s_name) + "\" is not an attribute");
     }
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
 }  // extern "C"

@@ -2,6 +2,7 @@
 
 #include "core/Attribute.h"
 #include "core/Numbers.h"
+#include "core/OutOfMemory.h"
 
 namespace velmohost {
 namespace {
@@ -13,13 +14,12 @@ struct ClipFilter {
 };
 
 t_class* ClipFilterClass() {
-    static t_class* const c = class_new("clipfilter", nullptr, nullptr, sizeof(ClipFilter), nullptr, 0);
+    static t_class* const c = Required(class_new("clipfilter", nullptr, nullptr, sizeof(ClipFilter), nullptr, 0));
     return c;
 }
 
 t_object* NewClipFilter(double min, double max, long useMin, long useMax) {
-    auto* const filter = static_cast<ClipFilter*>(object_alloc(ClipFilterClass()));
-    if (filter == nullptr) return nullptr;
+    auto* const filter = NewRecord<ClipFilter>(ClipFilterClass());
     *filter = {filter->ob, min, max, useMin != 0, useMax != 0};
     return &filter->ob;
 }
@@ -65,18 +65,22 @@ t_max_err attr_addfilter_clip(void* x, double min, double max, long usemin, long
     return result == MAX_ERR_NONE ? attr_addfilterget_clip(x, min, max, usemin, usemax) : result;
 }
 
-t_max_err attr_addfilterset_clip(void* x, double min, double max, long usemin, long usemax) {
+t_max_err attr_addfilterset_clip(void* x, double min, double max, long usemin, long usemax) try {
     Attribute* const attribute = AsAttribute(x);
     if (attribute == nullptr) return MAX_ERR_INVALID_PTR;
     PutFilter(attribute->attr.filterset, NewClipFilter(min, max, usemin, usemax));
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err attr_addfilterget_clip(void* x, double min, double max, long usemin, long usemax) {
+t_max_err attr_addfilterget_clip(void* x, double min, double max, long usemin, long usemax) try {
     Attribute* const attribute = AsAttribute(x);
     if (attribute == nullptr) return MAX_ERR_INVALID_PTR;
     PutFilter(attribute->attr.filterget, NewClipFilter(min, max, usemin, usemax));
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

@@ -1,6 +1,8 @@
 #include <cstring>
 #include <vector>
 
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext.h"
 #include "ext_obex.h"
 
@@ -16,7 +18,7 @@ void FreeBinbuf(Binbuf* x) { delete x->atoms; }
 
 t_class* BinbufClass() {
     static t_class* const c =
-        class_new("binbuf", nullptr, reinterpret_cast<method>(FreeBinbuf), sizeof(Binbuf), nullptr, 0);
+        Required(class_new("binbuf", nullptr, reinterpret_cast<method>(FreeBinbuf), sizeof(Binbuf), nullptr, 0));
     return c;
 }
 
@@ -51,32 +53,41 @@ using namespace velmohost;
 
 extern "C" {
 
-void* binbuf_new(void) {
-    auto* const x = static_cast<Binbuf*>(object_alloc(BinbufClass()));
-    if (x != nullptr) x->atoms = new std::vector<t_atom>;
-    return x;
+void* binbuf_new(void) try {
+    OwnedRecord<Binbuf> x(NewRecord<Binbuf>(BinbufClass()));
+    x->atoms = new std::vector<t_atom>;
+    return x.release();
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-void binbuf_insert(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) {
+void binbuf_insert(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) try {
     std::vector<t_atom>* const atoms = AtomsOf(x);
     if (atoms == nullptr) return;
     std::vector<t_atom> message;
     Append(message, s, argc, argv);
-    for (const t_atom& atom : message) atoms->push_back(StoredForm(atom));
+    for (t_atom& atom : message) atom = StoredForm(atom);
     t_atom end{};
     end.a_type = A_SEMI;
-    atoms->push_back(end);
+    message.push_back(end);
+    atoms->insert(atoms->end(), message.begin(), message.end());  // all or nothing
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
-void binbuf_set(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) {
+void binbuf_set(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) try {
     if (std::vector<t_atom>* const atoms = AtomsOf(x)) {
         atoms->clear();
         Append(*atoms, s, argc, argv);
     }
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
-void binbuf_append(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) {
+void binbuf_append(t_binbuf* x, t_symbol* s, short argc, t_atom* argv) try {
     if (std::vector<t_atom>* const atoms = AtomsOf(x)) Append(*atoms, s, argc, argv);
+} catch (const std::bad_alloc&) {
+    OutOfMemory{};
 }
 
 short binbuf_getatom(t_binbuf* x, long*, long* p2, t_atom* ap) {

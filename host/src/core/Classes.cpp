@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/ClassRecord.h"
+#include "core/OutOfMemory.h"
 #include "window/MaxWindow.h"
 
 // The last named parameter of class_new is a short by the API's definition; every compiler the host is built with reads
@@ -46,9 +47,9 @@ void ReserveMessage(ClassRecord& record) {
     auto list = std::make_unique<t_messlist[]>(static_cast<std::size_t>(capacity) + 2);
     list[0].m_sym = reinterpret_cast<t_symbol*>(&record.c);
     std::copy_n(record.c.c_messlist, record.c.c_messcount, &list[1]);
-    record.c.c_messlist = &list[1];
-    record.messageCapacity = capacity;
     record.messageLists.push_back(std::move(list));
+    record.c.c_messlist = &record.messageLists.back()[1];
+    record.messageCapacity = capacity;
 }
 
 t_max_err RegisterName(t_class* c, t_symbol* nameSpace, t_symbol* name) {
@@ -102,7 +103,8 @@ using namespace velmohost;
 
 extern "C" {
 
-t_class* class_new(const char* name, const method mnew, const method mfree, long size, const method, short type, ...) {
+t_class* class_new(const char* name, const method mnew, const method mfree, long size, const method, short type,
+                   ...) try {
     std::va_list arguments;
     va_start(arguments, type);
     const std::vector<int> types = ReadTypes(type, arguments);
@@ -124,6 +126,8 @@ t_class* class_new(const char* name, const method mnew, const method mfree, long
     c.c_newmess = &record->constructor;
     ReserveMessage(*record);
     return &record.release()->c;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err class_free(t_class* c) {
@@ -134,7 +138,7 @@ t_max_err class_free(t_class* c) {
     return MAX_ERR_NONE;
 }
 
-t_max_err class_register(t_symbol* name_space, t_class* c) {
+t_max_err class_register(t_symbol* name_space, t_class* c) try {
     if (name_space == nullptr || c == nullptr) return MAX_ERR_INVALID_PTR;
     if ((c->c_flags & CLASS_FLAG_REGISTERED) != 0) return MAX_ERR_DUPLICATE;
     const t_max_err result = RegisterName(c, name_space, c->c_sym);
@@ -143,15 +147,19 @@ t_max_err class_register(t_symbol* name_space, t_class* c) {
     c->c_flags |= CLASS_FLAG_REGISTERED;
     if (name_space == CLASS_BOX) c->c_flags |= CLASS_FLAG_BOX;
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err class_alias(t_class* c, t_symbol* aliasname) {
+t_max_err class_alias(t_class* c, t_symbol* aliasname) try {
     if (c == nullptr || aliasname == nullptr) return MAX_ERR_INVALID_PTR;
     t_symbol* const nameSpace = RecordOf(c).nameSpace;
     return RegisterName(c, nameSpace != nullptr ? nameSpace : CLASS_BOX, aliasname);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-t_max_err class_addmethod(t_class* c, const method m, const char* name, ...) {
+t_max_err class_addmethod(t_class* c, const method m, const char* name, ...) try {
     if (c == nullptr || m == nullptr || name == nullptr) return MAX_ERR_INVALID_PTR;
     std::va_list arguments;
     va_start(arguments, name);
@@ -168,13 +176,19 @@ t_max_err class_addmethod(t_class* c, const method m, const char* name, ...) {
     ReserveMessage(RecordOf(c));
     c->c_messlist[c->c_messcount++] = message;
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_symbol* class_nameget(t_class* c) { return c != nullptr ? c->c_sym : nullptr; }
 
 t_symbol* class_namespace(t_class* c) { return c != nullptr ? RecordOf(c).nameSpace : nullptr; }
 
-t_class* class_findbyname(t_symbol* name_space, t_symbol* classname) { return FindClass(name_space, classname); }
+t_class* class_findbyname(t_symbol* name_space, t_symbol* classname) try {
+    return FindClass(name_space, classname);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
+}
 
 // "get<attribute>" answers through the dump outlet in every class.
 t_max_err class_dumpout_wrap(t_class* c) { return c != nullptr ? MAX_ERR_NONE : MAX_ERR_INVALID_PTR; }
@@ -194,10 +208,12 @@ long class_is_ui(t_class* c) { return c != nullptr && (c->c_flags & CLASS_FLAG_U
 
 long class_is_box(t_class* c) { return c != nullptr && (c->c_flags & CLASS_FLAG_BOX) != 0; }
 
-t_max_err class_extra_store(t_class* x, t_symbol* s, t_object* o) {
+t_max_err class_extra_store(t_class* x, t_symbol* s, t_object* o) try {
     if (x == nullptr || s == nullptr) return MAX_ERR_INVALID_PTR;
     RecordOf(x).extras[s] = o;
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void* class_extra_lookup(t_class* x, t_symbol* s) {

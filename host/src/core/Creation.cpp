@@ -9,6 +9,8 @@
 #include "core/ClassRecord.h"
 #include "core/Classes.h"
 #include "core/Construction.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "core/TypedArguments.h"
 #include "ext_obex.h"
 #include "window/MaxWindow.h"
@@ -42,10 +44,11 @@ void AppendSetting(t_dictionary* d, t_class* c, const AttributeRun& run) {
     }
 }
 
-t_dictionary* BuildArgumentDictionary(t_class* c, long ac, t_atom* av) {
-    t_dictionary* const d = dictionary_new();
-    for (t_object* attribute : GetClassAttributes(c)) AppendDefault(d, *AsAttribute(attribute));
-    for (const AttributeRun& run : FindRuns(ac, av)) AppendSetting(d, c, run);
+OwnedRecord<t_dictionary> BuildArgumentDictionary(t_class* c, long ac, t_atom* av) {
+    OwnedRecord<t_dictionary> d(dictionary_new());
+    if (d == nullptr) throw std::bad_alloc();
+    for (t_object* attribute : GetClassAttributes(c)) AppendDefault(d.get(), *AsAttribute(attribute));
+    for (const AttributeRun& run : FindRuns(ac, av)) AppendSetting(d.get(), c, run);
     return d;
 }
 
@@ -59,12 +62,10 @@ void WarnOfPositionalArguments(t_class* c, long ac, const t_atom* av) {
 
 t_object* ConstructWithDictionary(t_class* c, t_symbol* name, long ac, t_atom* av) {
     WarnOfPositionalArguments(c, ac, av);
-    t_dictionary* const d = BuildArgumentDictionary(c, ac, av);
+    const OwnedRecord<t_dictionary> d = BuildArgumentDictionary(c, ac, av);
     t_atom argument;
-    atom_setobj(&argument, d);
-    t_object* const x = Construct(c, name, 1, &argument);
-    object_free(d);
-    return x;
+    atom_setobj(&argument, d.get());
+    return Construct(c, name, 1, &argument);
 }
 
 /// A constructor with a list of types takes what stands before the first "@"; the settings are applied afterwards.
@@ -115,18 +116,22 @@ t_dictionary* object_dictionaryarg(long ac, t_atom* av) {
     return ac > 0 && av != nullptr && atomisdictionary(av) ? static_cast<t_dictionary*>(atom_getobj(av)) : nullptr;
 }
 
-t_dictionary* object_dictionary_fromnewargs(t_object*, t_class* c, long argc, t_atom* argv, long, char* freedict) {
+t_dictionary* object_dictionary_fromnewargs(t_object*, t_class* c, long argc, t_atom* argv, long, char* freedict) try {
     t_dictionary* const given = object_dictionaryarg(argc, argv);
     if (freedict != nullptr) *freedict = given == nullptr;
     if (given != nullptr || c == nullptr) return given;
-    return BuildArgumentDictionary(c, argv != nullptr ? argc : 0, argv);
+    return BuildArgumentDictionary(c, argv != nullptr ? argc : 0, argv).release();
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-void* newinstance(const t_symbol* s, short argc, const t_atom* argv) {
+void* newinstance(const t_symbol* s, short argc, const t_atom* argv) try {
     t_symbol* const name = const_cast<t_symbol*>(s);
     t_class* const c = FindClass(CLASS_BOX, name);
     std::vector<t_atom> atoms(argv, argv + argc);
     return c != nullptr ? CreateInstance(c, name, argc, atoms.data(), nullptr, gensym("#P")->s_thing) : nullptr;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

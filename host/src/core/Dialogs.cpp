@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/OutOfMemory.h"
 #include "core/PathText.h"
 #include "ext.h"
 
@@ -16,7 +17,7 @@ std::string& SaveAsAnswer() {
 constexpr short cancelled = 1;
 
 /// @returns 0 when accepted: `name` and `folder` tell the answer, `type` the first of the types asked for
-short AskForNewFile(char* name, short* folder, t_fourcc* type, const t_fourcc* types, short numTypes) {
+short AskForNewFile(char* name, short* folder, t_fourcc* type, const t_fourcc* types, short numTypes) try {
     if (name == nullptr || folder == nullptr || SaveAsAnswer().empty()) return cancelled;
     std::string path = SaveAsAnswer();
     std::error_code error;
@@ -24,6 +25,8 @@ short AskForNewFile(char* name, short* folder, t_fourcc* type, const t_fourcc* t
     if (path_frompathname(path.c_str(), folder, name) != MAX_ERR_NONE) return cancelled;
     if (type != nullptr && types != nullptr && numTypes > 0) *type = types[0];
     return 0;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // namespace

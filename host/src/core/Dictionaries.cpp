@@ -4,6 +4,8 @@
 #include "core/AtomOutput.h"
 #include "core/DictionaryRecord.h"
 #include "core/HostClasses.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "core/StringObjects.h"
 #include "ext_obex.h"
 
@@ -25,7 +27,7 @@ t_atom* FindValue(const t_dictionary* d, const t_symbol* key) {
 }
 
 /// Puts a value under a key, at the end or in the place of the one that was there, which is freed.
-t_max_err Put(t_dictionary* d, t_symbol* key, const t_atom& value) {
+t_max_err Put(t_dictionary* d, t_symbol* key, const t_atom& value) try {
     DictionaryState* const state = StateOf(d);
     if (state == nullptr || key == nullptr) return MAX_ERR_INVALID_PTR;
     if (t_atom* const earlier = FindValue(d, key)) {
@@ -35,8 +37,15 @@ t_max_err Put(t_dictionary* d, t_symbol* key, const t_atom& value) {
         return MAX_ERR_NONE;
     }
     state->entries.push_back({key, value});
-    state->byKey.emplace(key, std::prev(state->entries.end()));
+    try {
+        state->byKey.emplace(key, std::prev(state->entries.end()));
+    } catch (...) {
+        state->entries.pop_back();
+        throw;
+    }
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err PutObject(t_dictionary* d, t_symbol* key, t_object* object) {
@@ -44,6 +53,14 @@ t_max_err PutObject(t_dictionary* d, t_symbol* key, t_object* object) {
     t_atom atom;
     atom_setobj(&atom, object);
     return Put(d, key, atom);
+}
+
+/// The same with an object made for the dictionary, which is freed when that does not take it.
+t_max_err PutNewObject(t_dictionary* d, t_symbol* key, void* object) {
+    OwnedRecord<t_object> owned(static_cast<t_object*>(object));
+    const t_max_err result = PutObject(d, key, owned.get());
+    if (result == MAX_ERR_NONE) owned.release();
+    return object != nullptr ? result : static_cast<t_max_err>(MAX_ERR_OUT_OF_MEM);
 }
 
 /// @returns what the entry held, no longer owned by the dictionary; null for anything but an object
@@ -91,9 +108,9 @@ void CopyEntry(t_dictionary* target, const DictionaryState::Entry& entry) {
     if (entry.value.a_type != A_OBJ) {
         Put(target, entry.key, entry.value);
     } else if (HoldsInstanceOf(AtomArrayClass(), &entry.value)) {
-        PutObject(target, entry.key, static_cast<t_object*>(atomarray_duplicate(static_cast<t_atomarray*>(object))));
+        PutNewObject(target, entry.key, atomarray_duplicate(static_cast<t_atomarray*>(object)));
     } else if (HoldsInstanceOf(DictionaryClass(), &entry.value)) {
-        PutObject(target, entry.key, &dictionary_clone(static_cast<t_dictionary*>(object))->d_obj);
+        PutNewObject(target, entry.key, dictionary_clone(static_cast<t_dictionary*>(object)));
     } else if (const char* const text = TextOf(object)) {
         dictionary_appendstring(target, entry.key, text);
     }
@@ -104,8 +121,8 @@ void CopyEntry(t_dictionary* target, const DictionaryState::Entry& entry) {
 
 t_class* DictionaryClass() {
     static t_class* const c =
-        class_new("dictionary", reinterpret_cast<method>(dictionary_new), reinterpret_cast<method>(FreeDictionary),
-                  sizeof(DictionaryRecord), nullptr, A_CANT, 0);
+        Required(class_new("dictionary", reinterpret_cast<method>(dictionary_new),
+                           reinterpret_cast<method>(FreeDictionary), sizeof(DictionaryRecord), nullptr, A_CANT, 0));
     return c;
 }
 
@@ -120,11 +137,12 @@ using namespace velmohost;
 
 extern "C" {
 
-t_dictionary* dictionary_new(void) {
-    auto* const x = static_cast<DictionaryRecord*>(object_alloc(DictionaryClass()));
-    if (x == nullptr) return nullptr;
+t_dictionary* dictionary_new(void) try {
+    OwnedRecord<DictionaryRecord> x(NewRecord<DictionaryRecord>(DictionaryClass()));
     x->state = new DictionaryState;
-    return &x->d;
+    return &x.release()->d;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err dictionary_appendlong(t_dictionary* d, t_symbol* key, t_atom_long value) {
@@ -151,7 +169,7 @@ t_max_err dictionary_appendatom(t_dictionary* d, t_symbol* key, t_atom* value) {
 
 t_max_err dictionary_appendstring(t_dictionary* d, t_symbol* key, const char* value) {
     if (StateOf(d) == nullptr || key == nullptr || value == nullptr) return MAX_ERR_INVALID_PTR;
-    return PutObject(d, key, NewString(value));
+    return PutNewObject(d, key, NewString(value));
 }
 
 // One atom is kept as it is, several as an array.
@@ -159,7 +177,7 @@ t_max_err dictionary_appendatoms(t_dictionary* d, t_symbol* key, long argc, t_at
     if (StateOf(d) == nullptr || key == nullptr || argc < 0 || (argc > 0 && argv == nullptr))
         return MAX_ERR_INVALID_PTR;
     if (argc == 1) return Put(d, key, *argv);
-    return PutObject(d, key, reinterpret_cast<t_object*>(atomarray_new(argc, argv)));
+    return PutNewObject(d, key, atomarray_new(argc, argv));
 }
 
 t_max_err dictionary_appendatomarray(t_dictionary* d, t_symbol* key, t_object* value) {
@@ -215,11 +233,13 @@ t_max_err dictionary_getatoms(const t_dictionary* d, t_symbol* key, long* argc, 
     return FindAtoms(d, key, *argc, *argv) ? MAX_ERR_NONE : MAX_ERR_GENERIC;
 }
 
-t_max_err dictionary_copyatoms(const t_dictionary* d, t_symbol* key, long* argc, t_atom** argv) {
+t_max_err dictionary_copyatoms(const t_dictionary* d, t_symbol* key, long* argc, t_atom** argv) try {
     long count = 0;
     t_atom* atoms = nullptr;
     return FindAtoms(d, key, count, atoms) ? GiveAtoms({atoms, atoms + count}, argc, argv)
                                            : static_cast<t_max_err>(MAX_ERR_GENERIC);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err dictionary_getatomarray(const t_dictionary* d, t_symbol* key, t_object** value) {
@@ -257,14 +277,17 @@ t_max_err dictionary_getkeys(const t_dictionary* d, long* numkeys, t_symbol*** k
     return dictionary_getkeys_ordered(d, numkeys, keys);
 }
 
-t_max_err dictionary_getkeys_ordered(const t_dictionary* d, long* numkeys, t_symbol*** keys) {
+t_max_err dictionary_getkeys_ordered(const t_dictionary* d, long* numkeys, t_symbol*** keys) try {
     const DictionaryState* const state = StateOf(d);
     if (state == nullptr || numkeys == nullptr || keys == nullptr) return MAX_ERR_INVALID_PTR;
     const std::size_t count = state->entries.size();
-    *numkeys = static_cast<long>(count);
     *keys = count > 0 ? reinterpret_cast<t_symbol**>(sysmem_newptr(count * sizeof(t_symbol*))) : nullptr;
+    if (*keys == nullptr && count > 0) throw std::bad_alloc();
+    *numkeys = static_cast<long>(count);
     std::transform(state->entries.begin(), state->entries.end(), *keys, [](const auto& entry) { return entry.key; });
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void dictionary_freekeys(t_dictionary*, long, t_symbol** keys) { sysmem_freeptr(keys); }
@@ -291,7 +314,7 @@ t_max_err dictionary_clear(t_dictionary* d) {
 t_dictionary* dictionary_clone(t_dictionary* d) {
     if (StateOf(d) == nullptr) return nullptr;
     t_dictionary* const copy = dictionary_new();
-    dictionary_clone_to_existing(d, copy);
+    if (copy != nullptr) dictionary_clone_to_existing(d, copy);
     return copy;
 }
 

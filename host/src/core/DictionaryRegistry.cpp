@@ -4,6 +4,7 @@
 
 #include "core/DictionaryRecord.h"
 #include "core/Instance.h"
+#include "core/OutOfMemory.h"
 #include "ext_dictobj.h"
 #include "ext_obex.h"
 
@@ -44,10 +45,11 @@ using namespace velmohost;
 
 extern "C" {
 
-t_dictionary* dictobj_register(t_dictionary* d, t_symbol** name) {
+t_dictionary* dictobj_register(t_dictionary* d, t_symbol** name) try {
     DictionaryState* const state = StateOf(d);
     if (state == nullptr || name == nullptr) return nullptr;
     if (*name == nullptr) *name = symbol_unique();
+    if (*name == nullptr) return nullptr;
     t_dictionary* const holder = Find(*name);
     if (holder == d) return d;
     if (holder != nullptr) {
@@ -58,6 +60,8 @@ t_dictionary* dictobj_register(t_dictionary* d, t_symbol** name) {
     RegisteredDictionaries()[*name] = d;
     state->registeredName = *name;
     return d;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err dictobj_unregister(t_dictionary* d) {

@@ -5,6 +5,8 @@
 
 #include "core/Instance.h"
 #include "core/Objects.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -19,19 +21,21 @@ void LeaveOwner(InletRecord* inlet) {
 
 t_class* InletClass() {
     static t_class* const c =
-        class_new("proxy", nullptr, reinterpret_cast<method>(LeaveOwner), sizeof(InletRecord), nullptr, 0);
+        Required(class_new("proxy", nullptr, reinterpret_cast<method>(LeaveOwner), sizeof(InletRecord), nullptr, 0));
     return c;
 }
 
 bool HasLeftInlet(t_object* x) { return ob_class(x)->c_noinlet == 0; }
 
-InletRecord* NewInlet(void* object, const char* type, t_symbol* selector, long id, long* idCopy) {
+InletRecord* NewInlet(void* object, const char* type, t_symbol* selector, long id, long* idCopy) try {
     t_object* const owner = LivingObject(object);
-    auto* const inlet = owner != nullptr ? static_cast<InletRecord*>(object_alloc(InletClass())) : nullptr;
-    if (inlet == nullptr) return nullptr;
+    if (owner == nullptr) return nullptr;
+    OwnedRecord<InletRecord> inlet(NewRecord<InletRecord>(InletClass()));
     *inlet = {inlet->ob, owner, gensym(type), selector, id, idCopy};
-    GetInstance(owner).inlets.push_back(inlet);
-    return inlet;
+    GetInstance(owner).inlets.push_back(inlet.get());
+    return inlet.release();
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 InletRecord* NewNumberInlet(void* x, const char* type, const char* prefix, short n) {
@@ -121,7 +125,9 @@ long proxy_getinlet(t_object* x) {
     return instance != nullptr ? instance->currentInlet : 0;
 }
 
-short inlet_count(t_object* x) { return static_cast<short>(GetInlets(x).size()); }
+short inlet_count(t_object* x) try { return static_cast<short>(GetInlets(x).size()); } catch (const std::bad_alloc&) {
+    return OutOfMemory();
+}
 
 t_inlet* inlet_nth(t_object* x, short n) {
     return NOGOOD(x) || n < 0 ? nullptr : FindInlet(x, static_cast<unsigned>(n));

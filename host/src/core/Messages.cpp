@@ -8,6 +8,7 @@
 #include "core/Instance.h"
 #include "core/MethodCalls.h"
 #include "core/Objects.h"
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 #include "window/MaxWindow.h"
 
@@ -131,7 +132,9 @@ method FindMethod(t_object* x, t_symbol* selector) {
 
 using namespace velmohost;
 
-extern "C" void* typedmess(t_object* op, t_symbol* msg, short argc, t_atom* argv) {
+extern "C" void* typedmess(t_object* op, t_symbol* msg, short argc, t_atom* argv) try {
     SendMessage(op, 0, msg, argc, argv);
     return nullptr;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }

@@ -5,6 +5,7 @@
 #include "core/ClassRecord.h"
 #include "core/Instance.h"
 #include "core/Messages.h"
+#include "core/OutOfMemory.h"
 #include "core/PluginCall.h"
 #include "core/TypedArguments.h"
 #include "ext_obex.h"
@@ -13,13 +14,15 @@
 namespace velmohost {
 namespace {
 
-method FindOrComplain(t_object* x, t_symbol* selector) {
+method FindOrComplain(t_object* x, t_symbol* selector) try {
     const method found = FindMethod(x, selector);
     if (found == nullptr && !NOGOOD(x) && selector != nullptr) {
         const std::string text = "no method for \"" + std::string(selector->s_name) + '"';
         PostRow(RowKind::Error, object_classname(x)->s_name, text.c_str());
     }
     return found;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 const method doNothing = reinterpret_cast<method>(method_false);
@@ -56,13 +59,15 @@ void* object_method_imp(void* x, void* sym, void* p1, void* p2, void* p3, void* 
     return found != nullptr ? CallPlugin<void*>(found, object, p1, p2, p3, p4, p5, p6, p7, p8) : nullptr;
 }
 
-t_max_err object_method_typed(void* object, t_symbol* s, long ac, t_atom* av, t_atom* rv) {
+t_max_err object_method_typed(void* object, t_symbol* s, long ac, t_atom* av, t_atom* rv) try {
     if (rv != nullptr) *rv = {};
     t_object* const x = LivingObject(object);
     if (x == nullptr || ac < 0 || (ac > 0 && av == nullptr)) return MAX_ERR_INVALID_PTR;
     const t_messlist* const entry = FindMessage(x, s);
     if (entry == nullptr || entry->m_type[0] == A_CANT) return MAX_ERR_GENERIC;
     return CallTyped(x, *entry, s, ac, av, rv) == nullptr ? MAX_ERR_NONE : MAX_ERR_GENERIC;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 method object_getmethod(void* x, t_symbol* s) {

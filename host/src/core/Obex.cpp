@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Instance.h"
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -40,7 +41,7 @@ extern "C" {
 
 t_max_err object_obex_store(void* x, t_symbol* key, t_object* val) { return object_obex_storeflags(x, key, val, 0); }
 
-t_max_err object_obex_storeflags(void* object, t_symbol* key, t_object* val, long flags) {
+t_max_err object_obex_storeflags(void* object, t_symbol* key, t_object* val, long flags) try {
     t_object* const x = LivingObject(object);
     if (x == nullptr || key == nullptr) return MAX_ERR_INVALID_PTR;
     if (ObexEntry* const earlier = FindEntry(x, key)) {
@@ -49,6 +50,8 @@ t_max_err object_obex_storeflags(void* object, t_symbol* key, t_object* val, lon
         GetInstance(x).obex.push_back({key, val, flags});
     }
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err object_obex_lookup(void* object, t_symbol* key, t_object** val) {

@@ -5,6 +5,7 @@
 #include "core/ClassRecord.h"
 #include "core/Construction.h"
 #include "core/Instance.h"
+#include "core/OutOfMemory.h"
 #include "core/PluginCall.h"
 #include "ext_obex.h"
 
@@ -70,9 +71,11 @@ t_symbol* object_namespace(t_object* x) { return class_namespace(object_class(x)
 
 long object_classname_compare(void* x, t_symbol* name) { return name != nullptr && object_classname(x) == name; }
 
-void* object_new_typed(t_symbol* name_space, t_symbol* classname, long ac, t_atom* av) {
+void* object_new_typed(t_symbol* name_space, t_symbol* classname, long ac, t_atom* av) try {
     t_class* const c = FindClass(name_space, classname);
     return c != nullptr ? Construct(c, classname, ac, av) : nullptr;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void* object_new_imp(void* name_space, void* classname, void* p1, void* p2, void* p3, void* p4, void* p5, void* p6,

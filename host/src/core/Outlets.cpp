@@ -3,6 +3,8 @@
 
 #include "core/Instance.h"
 #include "core/Objects.h"
+#include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -23,7 +25,7 @@ void LeaveOwner(OutletRecord* outlet) {
 
 t_class* OutletClass() {
     static t_class* const c =
-        class_new("outlet", nullptr, reinterpret_cast<method>(LeaveOwner), sizeof(OutletRecord), nullptr, 0);
+        Required(class_new("outlet", nullptr, reinterpret_cast<method>(LeaveOwner), sizeof(OutletRecord), nullptr, 0));
     return c;
 }
 
@@ -37,13 +39,15 @@ unsigned IndexFromLeft(const OutletRecord* outlet) {
 }
 
 /// @returns what the API gives for a message that went out: something that is not null
-void* Send(t_outlet* handle, t_symbol* selector, long ac, const t_atom* av) {
+void* Send(t_outlet* handle, t_symbol* selector, long ac, const t_atom* av) try {
     OutletRecord* const outlet = LivingOutlet(handle);
     if (outlet == nullptr || selector == nullptr) return nullptr;
     // Held by value: the receiver may change the listener.
     const OutletListener listener = Listener();
     if (listener) listener(outlet->owner, handle, IndexFromLeft(outlet), selector, ac, av);
     return handle;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // namespace
@@ -66,15 +70,17 @@ using namespace velmohost;
 
 extern "C" {
 
-void* outlet_new(void* object, const char* type) {
+void* outlet_new(void* object, const char* type) try {
     t_object* const owner = LivingObject(object);
-    auto* const outlet = owner != nullptr ? static_cast<OutletRecord*>(object_alloc(OutletClass())) : nullptr;
-    if (outlet == nullptr) return nullptr;
+    if (owner == nullptr) return nullptr;
+    OwnedRecord<OutletRecord> outlet(NewRecord<OutletRecord>(OutletClass()));
     outlet->owner = owner;
     outlet->type = gensym(type);
-    GetInstance(owner).outlets.push_back(outlet);
-    owner->o_outlet = outlet;
-    return outlet;
+    GetInstance(owner).outlets.push_back(outlet.get());
+    owner->o_outlet = outlet.get();
+    return outlet.release();
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void* bangout(void* x) { return outlet_new(x, "bang"); }
@@ -100,11 +106,15 @@ void* outlet_list(t_outlet* o, t_symbol*, short ac, t_atom* av) { return Send(o,
 
 void* outlet_anything(t_outlet* o, t_symbol* s, short ac, t_atom* av) { return Send(o, s, ac, av); }
 
-short outlet_count(t_object* x) { return static_cast<short>(GetOutlets(x).size()); }
+short outlet_count(t_object* x) try { return static_cast<short>(GetOutlets(x).size()); } catch (const std::bad_alloc&) {
+    return OutOfMemory();
+}
 
-t_outlet* outlet_nth(t_object* x, short n) {
+t_outlet* outlet_nth(t_object* x, short n) try {
     const std::vector<OutletInfo> outlets = GetOutlets(x);
     return n >= 0 && n < static_cast<short>(outlets.size()) ? outlets[static_cast<std::size_t>(n)].handle : nullptr;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 void outlet_delete(t_outlet* o) { object_free(LivingOutlet(o)); }

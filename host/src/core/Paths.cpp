@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 
+#include "core/OutOfMemory.h"
 #include "core/PathText.h"
 #include "ext.h"
 
@@ -48,7 +49,7 @@ short GiveText(const std::string& text, char* buffer, std::size_t size) {
     return MAX_ERR_NONE;
 }
 
-short GiveFullPath(short number, const char* file, char* name, bool mustExist) {
+short GiveFullPath(short number, const char* file, char* name, bool mustExist) try {
     const fs::path* const folder = Folders().Find(number);
     if (folder == nullptr || file == nullptr) return MAX_ERR_GENERIC;
     // An absolute file name stands for itself.
@@ -56,6 +57,8 @@ short GiveFullPath(short number, const char* file, char* name, bool mustExist) {
     std::error_code error;
     if (mustExist && !fs::exists(full, error)) return MAX_ERR_GENERIC;
     return GiveText(TextFromPath(full), name, MAX_PATH_CHARS);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 fs::path Conform(const fs::path& path, long type) {
@@ -97,7 +100,7 @@ short path_topotentialname(const short path, const char* file, char* name, short
 
 short path_topathname(const short path, const char* file, char* name) { return GiveFullPath(path, file, name, true); }
 
-short path_frompathname(const char* name, short* path, char* filename) {
+short path_frompathname(const char* name, short* path, char* filename) try {
     if (name == nullptr || name[0] == '\0' || path == nullptr || filename == nullptr) return MAX_ERR_GENERIC;
     const fs::path full = (*Folders().Find(0) / PathFromText(name)).lexically_normal();
     std::error_code error;
@@ -105,15 +108,19 @@ short path_frompathname(const char* name, short* path, char* filename) {
     const short result = GiveText(TextFromPath(full.filename()), filename, MAX_FILENAME_CHARS);
     if (result == MAX_ERR_NONE) *path = Folders().NumberOf(full.parent_path());
     return result;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
-short path_nameconform(const char* src, char* dst, long style, long type) {
+short path_nameconform(const char* src, char* dst, long style, long type) try {
     if (src == nullptr) return MAX_ERR_GENERIC;
     std::string text = src;
 #ifdef _WIN32
     std::replace(text.begin(), text.end(), '\\', '/');
 #endif
     return GiveText(InStyle(TextFromPath(Conform(PathFromText(text), type)), style), dst, MAX_PATH_CHARS);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err path_toabsolutesystempath(const short path, const char* file, char* name) {

@@ -6,6 +6,7 @@
 
 #include "core/Instance.h"
 #include "core/Messages.h"
+#include "core/OutOfMemory.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -44,19 +45,22 @@ using namespace velmohost;
 
 extern "C" {
 
-void* object_register(t_symbol* name_space, t_symbol* s, void* object) {
+void* object_register(t_symbol* name_space, t_symbol* s, void* object) try {
     t_object* const x = LivingObject(object);
     if (x == nullptr || name_space == nullptr) return nullptr;
     t_symbol* const name = s != nullptr ? s : symbol_unique();
+    if (name == nullptr) return nullptr;
+    Instance& instance = GetInstance(x);
     const auto [entry, isNew] = RegisteredObjects().emplace(std::pair(name_space, name), x);
     if (!isNew) return entry->second;
-    Instance& instance = GetInstance(x);
     if (instance.registeredName != nullptr) {
         RegisteredObjects().erase({instance.registeredNameSpace, instance.registeredName});
     }
     instance.registeredNameSpace = name_space;
     instance.registeredName = name;
     return x;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err object_unregister(void* object) {
@@ -80,15 +84,19 @@ t_max_err object_detach(t_symbol* name_space, t_symbol* s, void* x) {
     return object_detach_byptr(x, object_findregistered(name_space, s));
 }
 
-t_max_err object_attach_byptr(void* x, void* registeredobject) {
+t_max_err object_attach_byptr(void* x, void* registeredobject) try {
     t_object* const client = LivingObject(x);
     t_object* const target = LivingObject(registeredobject);
     if (client == nullptr || target == nullptr) return MAX_ERR_INVALID_PTR;
     std::vector<t_object*>& clients = GetInstance(target).clients;
     if (std::find(clients.begin(), clients.end(), client) != clients.end()) return MAX_ERR_DUPLICATE;
+    std::vector<t_object*>& targets = GetInstance(client).targets;
+    targets.reserve(targets.size() + 1);
     clients.push_back(client);
-    GetInstance(client).targets.push_back(target);
+    targets.push_back(target);
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 t_max_err object_attach_byptr_register(void* x, void* object_to_attach, t_symbol* reg_name_space) {
@@ -107,7 +115,7 @@ t_max_err object_detach_byptr(void* x, void* registeredobject) {
     return wasAttached ? MAX_ERR_NONE : MAX_ERR_GENERIC;
 }
 
-t_max_err object_notify(void* object, t_symbol* s, void* data) {
+t_max_err object_notify(void* object, t_symbol* s, void* data) try {
     t_object* const x = LivingObject(object);
     if (x == nullptr) return MAX_ERR_INVALID_PTR;
     if (FindInstance(x) == nullptr) return MAX_ERR_NONE;
@@ -119,6 +127,8 @@ t_max_err object_notify(void* object, t_symbol* s, void* data) {
         CallMethod(client, gensym("notify"), instance.registeredName, s, static_cast<void*>(x), data);
     }
     return MAX_ERR_NONE;
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

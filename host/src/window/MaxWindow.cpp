@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -67,8 +68,15 @@ void PostFormattedRow(RowKind kind, const char* objectName, const char* format, 
         GetMaxWindow().queue.Push(kind, objectName, format, arguments);
         return;
     }
-    DrainMaxWindow();  // what waits was posted earlier
-    Show(kind, objectName != nullptr ? objectName : "", FormatText(format, arguments));
+    std::va_list again;
+    va_copy(again, arguments);
+    try {
+        DrainMaxWindow();  // what waits was posted earlier
+        Show(kind, objectName != nullptr ? objectName : "", FormatText(format, arguments));
+    } catch (const std::bad_alloc&) {
+        GetMaxWindow().queue.Push(kind, objectName, format, again);  // has its memory already
+    }
+    va_end(again);
 }
 
 namespace {
@@ -88,8 +96,10 @@ void PostRow(RowKind kind, const char* objectName, const char* text) noexcept {
 
 void DrainMaxWindow() {
     MaxWindow& window = GetMaxWindow();
-    WaitingRow row;
-    while (window.queue.Pop(row)) Show(row.kind, row.objectName.data(), row.text.data());
+    while (const WaitingRow* const row = window.queue.Peek()) {
+        Show(row->kind, row->objectName.data(), row->text.data());
+        window.queue.Drop();
+    }
     const auto numLost = static_cast<unsigned long long>(window.queue.TakeNumLost());
     if (numLost > 0) {
         Show(RowKind::Warning, "",

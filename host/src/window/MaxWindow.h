@@ -12,7 +12,7 @@
 ///
 /// Rows of the main thread are shown at once. Rows of every other thread, above all the audio thread, wait in a queue
 /// of fixed size until the main thread drains it. A row that finds the queue full is counted, and the count is shown
-/// after the rows that did fit.
+/// after the rows that did fit. A row that there is no memory to show waits in the queue as well.
 namespace velmohost {
 
 /// What a row is. `Console` rows belong to the system console rather than to the window: standard error shows them.
@@ -37,7 +37,7 @@ void DrainMaxWindow();
 /// Shows a row on the standard output, `Console` rows on standard error, whatever sink is set. Main thread.
 void PrintRow(RowKind kind, const std::string& objectName, const std::string& text);
 
-/// Takes the rows in place of `PrintRow`. Called on the main thread only.
+/// Takes the rows in place of `PrintRow`. Called on the main thread only; posts nothing itself.
 using MaxWindowSink = std::function<void(RowKind kind, const std::string& objectName, const std::string& text)>;
 
 /// Sends the rows to `sink` from now on; an empty one brings `PrintRow` back. Main thread.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/AtomText.h"
+#include "core/OutOfMemory.h"
 #include "ext.h"
 #include "ext_obex.h"
 #include "ext_post.h"
@@ -24,12 +25,14 @@ std::string& ComposedRow() {
     return *row;
 }
 
-void AddToComposedRow(const std::string& text) {
+void AddToComposedRow(const std::string& text) try {
     if (!velmohost::IsMainThread()) {
         velmohost::PostRow(RowKind::Post, nullptr, text.c_str());
         return;
     }
     ComposedRow() += (ComposedRow().empty() ? "" : " ") + text;
+} catch (const std::bad_alloc&) {
+    velmohost::OutOfMemory{};
 }
 
 void EndComposedRow() {

@@ -33,14 +33,16 @@ void RowQueue::Push(RowKind kind, const char* objectName, const char* format, st
     slot->turn.store(2 * round + 1, std::memory_order_release);
 }
 
-bool RowQueue::Pop(WaitingRow& row) noexcept {
-    Slot& slot = slots[readPosition % kMaxWaitingRows];
+const WaitingRow* RowQueue::Peek() const noexcept {
+    const Slot& slot = slots[readPosition % kMaxWaitingRows];
     const std::uint64_t round = readPosition / kMaxWaitingRows;
-    if (slot.turn.load(std::memory_order_acquire) != 2 * round + 1) return false;
-    row = slot.row;
-    slot.turn.store(2 * (round + 1), std::memory_order_release);
+    return slot.turn.load(std::memory_order_acquire) == 2 * round + 1 ? &slot.row : nullptr;
+}
+
+void RowQueue::Drop() noexcept {
+    const std::uint64_t round = readPosition / kMaxWaitingRows;
+    slots[readPosition % kMaxWaitingRows].turn.store(2 * (round + 1), std::memory_order_release);
     ++readPosition;
-    return true;
 }
 
 }  // namespace velmohost

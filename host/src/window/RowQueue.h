@@ -29,8 +29,12 @@ public:
     /// Any thread, real-time safe.
     void Push(RowKind kind, const char* objectName, const char* format, std::va_list arguments) noexcept;
 
-    /// Takes the oldest row; false when there is none, or when its writer is not done yet. Main thread.
-    bool Pop(WaitingRow& row) noexcept;
+    /// The oldest row, valid until it is dropped; null when there is none, or when its writer is not done yet. Main
+    /// thread.
+    const WaitingRow* Peek() const noexcept;
+
+    /// Takes out the row that `Peek` gave. Main thread.
+    void Drop() noexcept;
 
     /// Rows lost since the last call. Main thread.
     std::uint64_t TakeNumLost() noexcept { return numLost.exchange(0, std::memory_order_relaxed); }
