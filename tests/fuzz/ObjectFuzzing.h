@@ -1,5 +1,9 @@
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <utility>
+
 #include "Fuzzing.h"
 #include "VelmoHost.h"
 #include "support/DeliberateLeak.h"

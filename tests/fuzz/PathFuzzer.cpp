@@ -15,6 +15,7 @@ using velmodsp::String;
 namespace {
 
 constexpr const char* kHome = "/home/some one";
+constexpr const char* kWorkingDirectory = "/usr";
 constexpr const char* kSpaces = " \t\n\v\f\r";
 
 std::string Trimmed(const std::string& text) {
@@ -50,6 +51,10 @@ void CheckAbsolutePath(const std::string& typed, const std::string& path) {
     Require(path == "/" || !path.ends_with('/'), "no separator at the end");
     if (plain.starts_with('/')) Require(plain.starts_with(path), "an absolute path stays what it is");
     if (plain.starts_with('~')) Require(path.starts_with(kHome), "the home directory comes first");
+    if (plain.find_first_of("/~.") != 0) {
+        Require(String(path) == File::parseAbsolutePath(String(kWorkingDirectory + ("/" + plain))),
+                "the working directory comes first");
+    }
     const bool staysAsItIs = Trimmed(path) == path && Unescaped(path) == path;
     if (staysAsItIs) Require(File(String(path)).GetFullPathName() == String(path), "an absolute path is final");
 }
@@ -69,9 +74,7 @@ void CheckParts(const File& file) {
     Require(extension == (dot == std::string::npos ? "" : name.substr(dot)), "the extension begins at the last point");
 
     Require(file.HasFileExtension(String()) == extension.empty(), "no extension");
-    const bool canBeListed =
-        extension.size() > 1 && extension.find_first_of(std::string(" \0", 2)) == std::string::npos;
-    if (!canBeListed) return;
+    if (extension.size() < 2 || extension.find(' ') != std::string::npos) return;  // no word of a list
     String upper(extension);
     upper.MakeUpperCase();
     Require(file.HasFileExtension(String(extension)) && file.HasFileExtension(upper), "its own extension");
@@ -106,7 +109,7 @@ void CheckChild(const File& folder, const std::string& child) {
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     setenv("HOME", kHome, 1);
-    return chdir("/usr");
+    return chdir(kWorkingDirectory);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -1,6 +1,7 @@
 // String and StringArray, each operation against what std::string and plain loops make of the same bytes.
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
