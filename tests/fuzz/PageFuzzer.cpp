@@ -219,8 +219,8 @@ void CheckPage(const ParsedPage& page, const Texts& texts) {
     require("//methodlist/method/@name", Distinct(texts.Of('m')));
     require("//seealsolist/seealso/@name", Related(texts.First('s')));
     require("//attributelist/attribute[@name='level']/digest", {texts.First('l')});
+    if (!texts.First('P').empty()) return;  // may be a property that hides the attribute or stands for another
     require("//attributelist/attribute[@name='word']/description", {texts.First('L')});
-    if (!texts.First('P').empty()) return;  // may be the property "default" itself
     require("//attribute[@name='default']/@value", {WithoutTrailingBlanks(texts.First('p'))});
 }
 
