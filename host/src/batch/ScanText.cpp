@@ -1,6 +1,7 @@
 #include "batch/ScanText.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "commands/Notice.h"
@@ -17,7 +18,7 @@ std::string FormatSamplerate(double samplerate) {
 }  // namespace
 
 std::string FormatTime(double seconds) {
-    const auto milliseconds = static_cast<unsigned long long>(seconds * 1000.0 + 0.5);
+    const auto milliseconds = static_cast<unsigned long long>(std::llround(seconds * 1000.0));
     const unsigned long long minutes = milliseconds / 60000;
     std::array<char, 48> text{};
     if (minutes < 60) {

@@ -28,7 +28,7 @@ std::vector<t_atom> GetPropertyAtoms(t_object* attribute, const char* property) 
     t_atom* av = nullptr;
     if (object_attr_get(attribute, name) == nullptr) return {};
     if (object_attr_getvalueof(attribute, name, &ac, &av) != MAX_ERR_NONE) return {};
-    const std::vector<t_atom> atoms(av, av + ac);
+    std::vector<t_atom> atoms(av, av + ac);
     sysmem_freeptr(av);
     return atoms;
 }

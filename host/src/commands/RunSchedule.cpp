@@ -15,6 +15,7 @@ std::uint64_t RunLength::FirstVectorFrom(double seconds) const {
 std::vector<TimedMessage> ScheduleMessages(const std::vector<std::pair<double, std::string>>& messages,
                                            const RunLength& length) {
     std::vector<TimedMessage> schedule;
+    schedule.reserve(messages.size());
     for (const auto& [seconds, text] : messages) schedule.push_back({length.FirstVectorFrom(seconds), seconds, text});
     std::stable_sort(schedule.begin(), schedule.end(),
                      [](const TimedMessage& a, const TimedMessage& b) { return a.seconds < b.seconds; });

@@ -118,7 +118,7 @@ t_dictionary* object_dictionaryarg(long ac, t_atom* av) {
 
 t_dictionary* object_dictionary_fromnewargs(t_object*, t_class* c, long argc, t_atom* argv, long, char* freedict) try {
     t_dictionary* const given = object_dictionaryarg(argc, argv);
-    if (freedict != nullptr) *freedict = given == nullptr;
+    if (freedict != nullptr) *freedict = given == nullptr ? 1 : 0;
     if (given != nullptr || c == nullptr) return given;
     return BuildArgumentDictionary(c, argv != nullptr ? argc : 0, argv).release();
 } catch (const std::bad_alloc&) {

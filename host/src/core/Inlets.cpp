@@ -138,7 +138,7 @@ void inlet_delete(t_inlet* x) {
 }
 
 void stdinletinfo(t_object*, void*, long index, char* t) {
-    if (t != nullptr) *t = index > 0;
+    if (t != nullptr) *t = index > 0 ? 1 : 0;
 }
 
 }  // extern "C"

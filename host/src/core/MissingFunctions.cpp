@@ -17,12 +17,15 @@ namespace velmohost {
 
 }  // namespace velmohost
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the name is one of a function
 #define MISSING(name)                                        \
     extern "C" [[gnu::visibility("default")]] void* name() { \
         static std::atomic<bool> told = false;               \
         velmohost::TellMissing(told, #name);                 \
         return nullptr;                                      \
     }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 // clang-format off
 MISSING(atom_getfloatarg)

@@ -31,7 +31,7 @@ public:
         char text[32];
         do {
             std::snprintf(text, sizeof(text), "u%09lu", ++lastUnique);
-        } while (symbols.count(text) != 0);
+        } while (symbols.contains(text));
         return Add(text);
     }
 

@@ -35,7 +35,8 @@ public:
         : interruption(interruptionOfInput),
           editor(el_init("velmohost", stdin, stdout, stderr)),
           lines(history_init()) {
-        std::setlocale(LC_CTYPE, "");  // the editor reads and counts characters by it
+        // The editor reads and counts characters by it. NOLINTNEXTLINE(concurrency-mt-unsafe): no object runs yet
+        std::setlocale(LC_CTYPE, "");
         HistEvent event;
         history(lines, &event, H_SETSIZE, kHistoryLines);
         history(lines, &event, H_SETUNIQUE, 1);
@@ -111,6 +112,7 @@ private:
     static int ReadKey(wchar_t* key) {
         std::mbstate_t state{};
         for (char byte = 0; ReadInput(&byte, 1) == 1;) {
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): the state is a local one
             const std::size_t result = std::mbrtowc(key, &byte, 1, &state);
             if (result == static_cast<std::size_t>(-1)) state = {};
             if (result <= 1) return 1;

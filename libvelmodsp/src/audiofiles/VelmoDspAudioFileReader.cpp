@@ -35,7 +35,7 @@ int* WordsOf(AudioBuffer& buffer, unsigned int channel, unsigned long long start
 }  // namespace
 
 std::unique_ptr<AudioFileReader> AudioFileReader::CreateReaderFor(const File& file) {
-    const String path = file.GetFullPathName();
+    const String& path = file.GetFullPathName();
     if (path.IsEmpty()) return nullptr;
     if (!file.ExistsAsFile())
         throw Exception("file " + path + " does not exist", AudioFileReaderSource, __LINE__, true, false);

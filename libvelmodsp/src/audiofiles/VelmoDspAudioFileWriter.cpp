@@ -29,7 +29,7 @@ bool IsWritableDepth(int bits) { return bits == 8 || bits == 16 || bits == 24 ||
 /// @param unknownType what to say, before the path, of an extension that no writer has
 std::unique_ptr<AudioFileWriter> CreateWriterByExtension(const File& file, double sampleRate, unsigned int numChannels,
                                                          int bitsPerSample, bool overwrite, const char* unknownType) {
-    const String path = file.GetFullPathName();
+    const String& path = file.GetFullPathName();
     if (path.IsEmpty()) return nullptr;
 
     StringArray extensions;

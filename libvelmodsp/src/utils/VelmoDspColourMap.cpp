@@ -23,6 +23,7 @@ constexpr KeyColours magmaKeys = {0x000004, 0x0b0924, 0x20114b, 0x3b0f70, 0x5715
                                   0xc43c75, 0xde4968, 0xf1605d, 0xfa7f5e, 0xfe9f6d, 0xfebf84, 0xfddea0, 0xfcfdbf};
 
 constexpr Colour Opaque(const Components& components) {
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): std::lround is for run-time alone
     const auto rounded = [](double x) { return static_cast<std::uint8_t>(std::clamp(x, 0.0, 255.0) + 0.5); };
     return {rounded(components[0]), rounded(components[1]), rounded(components[2]), 255};
 }
@@ -97,7 +98,7 @@ const Colours& ColoursOf(ColourMap map) noexcept {
 Colour ColourOf(float value, ColourMap map) noexcept {
     if (std::isnan(value)) return {0, 0, 0, 0};
     const float index = std::clamp(value, 0.0f, 1.0f) * (numColours - 1);
-    return ColoursOf(map)[static_cast<std::size_t>(index + 0.5f)];
+    return ColoursOf(map)[static_cast<std::size_t>(std::lround(index))];
 }
 
 }  // namespace velmodsp

@@ -18,7 +18,7 @@ String Demangling::Demangle(const String& name) {
         Free(buffer);
         return name;
     }
-    const String demangled(result);
+    String demangled(result);
     Free(result);
     return demangled;
 }

@@ -52,7 +52,7 @@ void Exception::handleIt(bool printLocation, bool exitProgram) const {
     } catch (...) {
         // The failure itself matters more than its report, which may want memory that there is none of.
     }
-    if (exitProgram) std::exit(EXIT_FAILURE);
+    if (exitProgram) std::exit(EXIT_FAILURE);  // NOLINT(concurrency-mt-unsafe): as whoever throws asks for
 }
 
 UnknownException::UnknownException(const char* sourcePath, unsigned long sourceLine, bool printLocation,

@@ -27,9 +27,9 @@ char** DescribeAddresses(void* const* addresses, unsigned int count) {
 String SymbolOfBacktraceLine(const String& line) {
     const String place = line.FromLastOccurrenceOf("(", false, false).UpToFirstOccurrenceOf(")", false, false);
     const String offset = place.FromFirstOccurrenceOf("+", true, false);
-    const String symbol = place.SubString(0, place.Length() - offset.Length());
+    String symbol = place.SubString(0, place.Length() - offset.Length());
     if (!symbol.IsEmpty()) return symbol;
-    const String unexported = FunctionInModuleFile(AddressInLine(line));
+    String unexported = FunctionInModuleFile(AddressInLine(line));
     if (!unexported.IsEmpty() || offset.IsEmpty()) return unexported;
     const std::string module = line.UpToLastOccurrenceOf("(", false, false).Str();
     return String(module.substr(module.find_last_of('/') + 1)) + offset;

@@ -36,7 +36,7 @@ String KernelNameAndVersion() {
 
 String OperatingSystem() {
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"}) {
-        const String name = ValueInFile(path, '=', "PRETTY_NAME");
+        String name = ValueInFile(path, '=', "PRETTY_NAME");
         if (!name.IsEmpty()) return name;
     }
     return KernelNameAndVersion();
@@ -45,7 +45,7 @@ String OperatingSystem() {
 String Processor() {
     // ARM kernels give the processor's numbers alone; many of them name the board.
     for (const char* key : {"model name", "Hardware", "Model"}) {
-        const String name = ValueInFile("/proc/cpuinfo", ':', key);
+        String name = ValueInFile("/proc/cpuinfo", ':', key);
         if (!name.IsEmpty()) return name;
     }
     return {};

@@ -111,7 +111,7 @@ public:
         if (descriptor < 0) throw std::system_error(errno, std::generic_category());
     }
     ~TrashEntry() {
-        if (descriptor >= 0 && !IsThere(filePath)) unlink(infoPath.c_str());
+        if (!IsThere(filePath)) unlink(infoPath.c_str());
         close(descriptor);
     }
     TrashEntry(const TrashEntry&) = delete;
