@@ -19,6 +19,9 @@ if(MINGW)
   target_link_options(velmo_settings INTERFACE -static)
 endif()
 
+include(${CMAKE_CURRENT_LIST_DIR}/Hardening.cmake)
+target_link_libraries(velmo_settings INTERFACE velmo_hardening)
+
 if(VELMO_SANITIZE)
   target_compile_options(velmo_settings INTERFACE
     -fsanitize=${VELMO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -34,4 +37,8 @@ function(velmo_target target)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL EXECUTABLE)
+    velmo_bind_at_load(${target})
+  endif()
 endfunction()

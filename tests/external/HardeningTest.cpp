@@ -1,0 +1,65 @@
+#include <gmock/gmock.h>
+
+#include <ostream>
+#include <string>
+
+#include "support/OutputOf.h"
+
+namespace {
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+struct Binary {
+    const char* name;
+    const char* file;
+    const char* entry;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Binary& binary) { return stream << binary.file; }
+};
+
+/// What is shipped: the plug-in and the program that runs it.
+class Hardening : public testing::TestWithParam<Binary> {
+protected:
+    /// What a command prints about the file.
+    static std::string Tell(const std::string& command) { return OutputOf(command + " '" + GetParam().file + "'"); }
+};
+
+TEST_P(Hardening, IsLoadedAnywhere) {
+    EXPECT_THAT(Tell("readelf --file-header"), ContainsRegex("Type: +DYN"));
+    EXPECT_THAT(Tell("readelf --wide --dynamic"), Not(HasSubstr("TEXTREL"))) << "code would be made writable";
+}
+
+TEST_P(Hardening, HasTablesOfAddressesThatAreReadOnlyOnceItIsLoaded) {
+    EXPECT_THAT(Tell("readelf --wide --segments"), HasSubstr("GNU_RELRO"));
+    EXPECT_THAT(Tell("readelf --wide --dynamic"), ContainsRegex("FLAGS_1\\).*NOW"));
+}
+
+TEST_P(Hardening, ExecutesNothingThatItWrites) {
+    const std::string segments = Tell("readelf --wide --segments");
+    EXPECT_THAT(segments, ContainsRegex("GNU_STACK.* RW +0x"));
+    EXPECT_THAT(segments, Not(ContainsRegex(" RWE +0x")));
+}
+
+TEST_P(Hardening, GuardsItsStack) {
+    EXPECT_THAT(Tell("nm --dynamic --undefined-only"), HasSubstr("__stack_chk_fail"));
+#ifdef __x86_64__
+    const std::string entry = GetParam().entry;
+    EXPECT_THAT(Tell("objdump --disassemble=" + entry), ContainsRegex("<" + entry + ">:\n[^\n]*endbr64"));
+#endif
+}
+
+#ifdef __OPTIMIZE__
+TEST_P(Hardening, TellsTheCLibraryTheSizesOfWhatItWritesTo) {
+    EXPECT_THAT(Tell("nm --dynamic --undefined-only"), ContainsRegex("__[a-z]+_chk@"));
+}
+#endif
+
+INSTANTIATE_TEST_SUITE_P(OfWhatIsShipped, Hardening,
+                         testing::Values(Binary{"Plugin", VELMO_EXTERNALS_DIR "/tesk.fixnan~" VELMO_EXTERNAL_SUFFIX,
+                                                "ext_main"},
+                                         Binary{"Host", VELMO_HOST_PROGRAM, "main"}),
+                         [](const auto& binary) { return std::string(binary.param.name); });
+
+}  // namespace
