@@ -59,7 +59,7 @@ void BM_HostRun(benchmark::State& state) {
                     std::filesystem::copy_file(files.In(), files.Out());
                     std::filesystem::remove(files.Out());
                 }});
-    const double soundSeconds = static_cast<double>(TotalSamples / numChannels) / SampleRate;
+    const double soundSeconds = static_cast<double>(TotalSamples) / numChannels / SampleRate;
     state.counters["x_real_time"] =
         benchmark::Counter(soundSeconds, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     if (failed) state.SkipWithError(command.c_str());

@@ -13,6 +13,7 @@ int main() {
     constexpr float samplerate = 48000.0f;
     constexpr unsigned int blockSize = 64;
     constexpr double seconds = 60.0;
+    constexpr auto numBlocks = static_cast<unsigned int>(seconds * samplerate / blockSize);
     double left[blockSize] = {1.0};
     double right[blockSize] = {-1.0};
     double* outs[] = {left, right};
@@ -26,7 +27,7 @@ int main() {
     highPass.PrintDspStatus(std::cout);
 
     StopWatch watch;
-    for (double time = 0.0; time < seconds; time += blockSize / samplerate) {
+    for (unsigned int block = 0; block < numBlocks; ++block) {
         // The audio thread, once per block
         const long mute = 0, bypass = 0, disabled = 0;
         highPass.Perform(outs, ins, blockSize, mute, bypass, disabled);

@@ -100,7 +100,7 @@ TEST(Matrix, KeepsShapeAndElementsTogether) {
     target = std::move(matrix);
     const Matrix<float> moved(std::move(target));
     EXPECT_EQ(moved(1, 2), 6.0f);
-    EXPECT_EQ(target.GetNumRows() + target.GetNumColumns(), 0u);
+    EXPECT_EQ(target.GetNumRows() + target.GetNumColumns(), 0u);  // NOLINT(bugprone-use-after-move): still of use
 
     matrix = moved;
     matrix.Resize(3, 2);

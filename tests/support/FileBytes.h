@@ -11,7 +11,7 @@
 /// the disk when the file is closed.
 inline void WriteBytes(const std::string& name, const std::string& bytes) {
     const std::filesystem::path path = Utf8Path(name);
-    std::ofstream(path, std::ios::binary | std::ios::app);
+    std::ofstream(path, std::ios::binary | std::ios::app).close();
     std::fstream(path, std::ios::binary | std::ios::in | std::ios::out) << bytes;
     std::filesystem::resize_file(path, bytes.size());
 }

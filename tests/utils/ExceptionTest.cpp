@@ -43,6 +43,7 @@ TEST(Exception, TakesOverItsCausesMessageWithANewLocation) {
 }
 
 TEST(ExceptionDeathTest, EndsTheProcessAfterTheReportWhenAskedTo) {
+    // NOLINTNEXTLINE(bugprone-throw-keyword-missing): it does not come to be thrown
     EXPECT_EXIT(Exception(String("fatal"), "x", 3, false, true), testing::ExitedWithCode(1),
                 "Exception occured : fatal");
 }

@@ -80,6 +80,7 @@ unsigned long SoundFileCopy::ReadFrames(unsigned long maxFrames) {
 
 void SoundFileCopy::GetChannels(const std::vector<float*>& channels) const {
     std::vector<int*> words;  // the floats' bits
+    words.reserve(channels.size());
     for (float* channel : channels) words.push_back(reinterpret_cast<int*>(channel));
     const auto bytesPerFrame = static_cast<std::size_t>(layout.bytesPerFrame);
     velmodsp::DecodeFrames({layout.sampleFormat, layout.numChannels, bytesPerFrame}, bytes.data(), numFrames,

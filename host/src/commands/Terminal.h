@@ -15,7 +15,7 @@ std::vector<std::string> ReadArguments(int argc, char** argv);
 class Utf8Terminal {
 public:
     Utf8Terminal();
-    ~Utf8Terminal();  // NOLINT(performance-trivially-destructible): not on every system
+    ~Utf8Terminal();
     Utf8Terminal(const Utf8Terminal&) = delete;
     Utf8Terminal& operator=(const Utf8Terminal&) = delete;
 

@@ -13,13 +13,13 @@ namespace {
 template <class Value>
 Value Load(const void* place) {
     Value value;
-    std::memcpy(&value, place, sizeof(Value));
+    std::memcpy(&value, place, sizeof value);
     return value;
 }
 
 template <class Value>
 void Store(void* place, Value value) {
-    std::memcpy(place, &value, sizeof(Value));
+    std::memcpy(place, &value, sizeof value);
 }
 
 template <class Integer>

@@ -36,7 +36,7 @@ void OnCaughtCall(int, siginfo_t* info, void* context) {
     __rtsan_off();
     std::fprintf(stderr, "Real-time violation: system call %d in real-time context! Stack trace:\n", caughtCall);
     backtrace_symbols_fd(caughtStack.data(), caughtDepth, STDERR_FILENO);
-    std::exit(EXIT_FAILURE);
+    std::exit(EXIT_FAILURE);  // NOLINT(concurrency-mt-unsafe): nothing may go on
 }
 
 bool TakeCaughtCalls() {
