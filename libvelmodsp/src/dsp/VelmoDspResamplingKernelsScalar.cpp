@@ -8,6 +8,7 @@ namespace ScalarResamplingLoops {
 
 namespace {
 
+// NOLINTBEGIN(bugprone-implicit-widening-of-multiplication-result): blocks are far shorter than 2^31 samples
 float Decimate3(float* out, const float* in, unsigned int n, float lastQuarter) noexcept {
     for (unsigned int i = 0; i < n; ++i) {
         const float even = in[2 * i];
@@ -50,6 +51,7 @@ float Interpolate(float* out, const float* in, unsigned int n, float last) noexc
     }
     return last;
 }
+// NOLINTEND(bugprone-implicit-widening-of-multiplication-result)
 
 }  // namespace
 

@@ -188,9 +188,8 @@ bool SignalProcessing::MayLeaveOutputsAlone(long mute, long bypass, long disable
 void SignalProcessing::performInternal(float** outs, const float** ins, unsigned long n, long mute, long bypass,
                                        long disabled) {
     autoMute.Process(ins, n);
-    if (numOutputs > 0 && !autoMute.AtLeastOneOutletConnected()) {
-        Mute(outs, n);
-    } else if (mute == 1 || disabled == 1) {
+    const bool isUnheard = numOutputs > 0 && !autoMute.AtLeastOneOutletConnected();
+    if (isUnheard || mute == 1 || disabled == 1) {
         Mute(outs, n);
     } else if (bypass == 1) {
         Bypass(outs, ins, n);
