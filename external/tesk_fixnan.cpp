@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <new>
 #include <string>
 
 using velmodsp::String;
@@ -98,6 +99,7 @@ void registerClass() {
     velmomax::InitCommonSymbols();
     t_class* c = class_new(className, AsMethod(tesk_fixnan_new), AsMethod(tesk_fixnan_free),
                            static_cast<long>(sizeof(tesk_fixnan_t)), nullptr, A_GIMME, 0);
+    if (!c) throw std::bad_alloc();
     velmomax::AddClassFlagNewDictionary(c);
     addDocumentation(c);
     addMethods(c);

@@ -2,6 +2,7 @@
 
 #include "audio/DspChain.h"
 #include "core/OutOfMemory.h"
+#include "core/Owned.h"
 
 namespace velmohost {
 namespace {
@@ -23,13 +24,16 @@ t_ptr_int GetOneChannel(DspObject*, t_object*, t_ptr_int) { return 1; }
 
 t_class* GetDspObjectClass() {
     static t_class* const dspClass = [] {
-        t_class* const c =
-            Required(class_new("dspchain", nullptr, nullptr, static_cast<long>(sizeof(DspObject)), nullptr, 0));
-        class_addmethod(c, reinterpret_cast<method>(AddPerform), "dsp_add64", A_CANT, 0);
-        class_addmethod(c, reinterpret_cast<method>(GetOneChannel), "getnuminputchannels", A_CANT, 0);
-        class_addmethod(c, reinterpret_cast<method>(GetOneChannel), "getnumoutputchannels", A_CANT, 0);
-        class_register(CLASS_NOBOX, c);
-        return c;
+        OwnedClass c(
+            Required(class_new("dspchain", nullptr, nullptr, static_cast<long>(sizeof(DspObject)), nullptr, 0)));
+        const auto add = [&c](auto function, const char* name) {
+            Required(class_addmethod(c.get(), reinterpret_cast<method>(function), name, A_CANT, 0));
+        };
+        add(AddPerform, "dsp_add64");
+        add(GetOneChannel, "getnuminputchannels");
+        add(GetOneChannel, "getnumoutputchannels");
+        Required(class_register(CLASS_NOBOX, c.get()));
+        return c.release();
     }();
     return dspClass;
 }

@@ -1,6 +1,7 @@
 #include "box/Patcher.h"
 
 #include "core/OutOfMemory.h"
+#include "core/Owned.h"
 #include "ext_obex.h"
 
 namespace velmohost {
@@ -19,29 +20,30 @@ struct BoxObject {
 };
 
 void AddReadOnly(t_class* c, const char* name, const char* type, long offset) {
-    class_addattr(
-        c, static_cast<t_object*>(attr_offset_new(name, gensym(type), ATTR_SET_OPAQUE_USER, nullptr, nullptr, offset)));
+    OwnedRecord<t_object> attribute(
+        attr_offset_new(name, gensym(type), ATTR_SET_OPAQUE_USER, nullptr, nullptr, offset));
+    if (attribute == nullptr || class_addattr(c, attribute.get()) != MAX_ERR_NONE) throw std::bad_alloc();
+    attribute.release();
 }
 
 t_class* GetPatcherClass() {
     static t_class* const patcherClass = [] {
-        t_class* const c =
-            Required(class_new("patcher", nullptr, nullptr, static_cast<long>(sizeof(PatcherObject)), nullptr, 0));
-        AddReadOnly(c, "name", "symbol", calcoffset(PatcherObject, name));
-        AddReadOnly(c, "filepath", "symbol", calcoffset(PatcherObject, filepath));
-        AddReadOnly(c, "parentpatcher", "object", calcoffset(PatcherObject, parentpatcher));
-        class_register(CLASS_NOBOX, c);
-        return c;
+        OwnedClass c(
+            Required(class_new("patcher", nullptr, nullptr, static_cast<long>(sizeof(PatcherObject)), nullptr, 0)));
+        AddReadOnly(c.get(), "name", "symbol", calcoffset(PatcherObject, name));
+        AddReadOnly(c.get(), "filepath", "symbol", calcoffset(PatcherObject, filepath));
+        AddReadOnly(c.get(), "parentpatcher", "object", calcoffset(PatcherObject, parentpatcher));
+        Required(class_register(CLASS_NOBOX, c.get()));
+        return c.release();
     }();
     return patcherClass;
 }
 
 t_class* GetBoxClass() {
     static t_class* const boxClass = [] {
-        t_class* const c =
-            Required(class_new("newobj", nullptr, nullptr, static_cast<long>(sizeof(BoxObject)), nullptr, 0));
-        class_register(CLASS_NOBOX, c);
-        return c;
+        OwnedClass c(Required(class_new("newobj", nullptr, nullptr, static_cast<long>(sizeof(BoxObject)), nullptr, 0)));
+        Required(class_register(CLASS_NOBOX, c.get()));
+        return c.release();
     }();
     return boxClass;
 }

@@ -118,10 +118,10 @@ void FreeAttribute(Attribute* a) {
 
 t_class* AttributeClass() {
     static t_class* const attributeClass = [] {
-        t_class* const c = Required(
-            class_new("attribute", nullptr, reinterpret_cast<method>(FreeAttribute), sizeof(Attribute), nullptr, 0));
-        const auto add = [c](auto function, const char* name) {
-            class_addmethod(c, reinterpret_cast<method>(function), name, A_CANT, 0);
+        OwnedClass c(Required(
+            class_new("attribute", nullptr, reinterpret_cast<method>(FreeAttribute), sizeof(Attribute), nullptr, 0)));
+        const auto add = [&c](auto function, const char* name) {
+            Required(class_addmethod(c.get(), reinterpret_cast<method>(function), name, A_CANT, 0));
         };
         add(GetName, "getname");
         add(SetName, "setname");
@@ -134,7 +134,7 @@ t_class* AttributeClass() {
         add(UserCanSet, "usercanset");
         add(Get, "get");
         add(Set, "set");
-        return c;
+        return c.release();
     }();
     return attributeClass;
 }

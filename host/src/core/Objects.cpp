@@ -79,10 +79,12 @@ void* object_new_typed(t_symbol* name_space, t_symbol* classname, long ac, t_ato
 }
 
 void* object_new_imp(void* name_space, void* classname, void* p1, void* p2, void* p3, void* p4, void* p5, void* p6,
-                     void* p7, void* p8) {
+                     void* p7, void* p8) try {
     t_class* const c = FindClass(static_cast<t_symbol*>(name_space), static_cast<t_symbol*>(classname));
     if (c == nullptr || c->c_newmess->m_fun == nullptr) return nullptr;
     return CallPlugin<void*>(c->c_newmess->m_fun, p1, p2, p3, p4, p5, p6, p7, p8);
+} catch (const std::bad_alloc&) {
+    return OutOfMemory();
 }
 
 }  // extern "C"

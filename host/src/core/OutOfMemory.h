@@ -30,11 +30,14 @@ public:
     }
 };
 
-/// One of the host's own classes, as class_new made it.
-/// @throws std::bad_alloc when it could not: the next one to need the class tries again
+/// What makes one of the host's own classes: the class from class_new, and the result of what is added to it.
+/// @throws std::bad_alloc when that failed: the next one to need the class tries again
 inline t_class* Required(t_class* c) {
     if (c == nullptr) throw std::bad_alloc();
     return c;
+}
+inline void Required(t_max_err error) {
+    if (error == MAX_ERR_OUT_OF_MEM) throw std::bad_alloc();
 }
 
 /// A new object of one of the host's own classes, whose record is a `Record`.

@@ -14,6 +14,12 @@ struct ObjectFreer {
 template <class Record>
 using OwnedRecord = std::unique_ptr<Record, ObjectFreer>;
 
+/// Frees a class in the making.
+struct ClassFreer {
+    void operator()(t_class* c) const { class_free(c); }
+};
+using OwnedClass = std::unique_ptr<t_class, ClassFreer>;
+
 /// Frees memory of the API, such as the atoms that it hands out, at the end of its scope.
 struct MemoryFreer {
     void operator()(void* memory) const { sysmem_freeptr(memory); }

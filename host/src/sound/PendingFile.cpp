@@ -42,14 +42,16 @@ std::string FindTemporaryPath(const fs::path& path) {
 }  // namespace
 
 PendingFile::PendingFile(const std::string& finalPath)
-    : path(ResolveLinks(finalPath)), temporaryPath(FindTemporaryPath(SystemPath(path))) {
+    : path(ResolveLinks(finalPath)),
+      temporaryPath(FindTemporaryPath(SystemPath(path))),
+      temporaryFile(SystemPath(temporaryPath)) {
     CheckFinalPath(path);
 }
 
 PendingFile::~PendingFile() {
     if (isFinished) return;
     std::error_code error;
-    fs::remove(SystemPath(temporaryPath), error);
+    fs::remove(temporaryFile, error);
 }
 
 void PendingFile::CheckRoom(std::uintmax_t numBytes) const {
@@ -66,7 +68,7 @@ bool PendingFile::Finish() {
     try {
         const bool replaces = fs::exists(SystemPath(path));
         LibraryFile(path).OverwriteIfNeeded(true);
-        fs::rename(SystemPath(temporaryPath), SystemPath(path));
+        fs::rename(temporaryFile, SystemPath(path));
         return replaces;
     } catch (const std::exception& cause) {
         throw CannotWrite(path, std::string(cause.what()) + "; the new one is " + temporaryPath);

@@ -37,6 +37,7 @@ public:
 
 private:
     const std::string path, temporaryPath;
+    const std::filesystem::path temporaryFile;  // in the system's form, so that removing it takes no memory
     bool isFinished = false;
 };
 

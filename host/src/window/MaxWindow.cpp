@@ -94,7 +94,7 @@ void PostRow(RowKind kind, const char* objectName, const char* text) noexcept {
     PostPrintf(kind, objectName, "%s", text);
 }
 
-void DrainMaxWindow() {
+void DrainMaxWindow() noexcept try {
     MaxWindow& window = GetMaxWindow();
     while (const WaitingRow* const row = window.queue.Peek()) {
         Show(row->kind, row->objectName.data(), row->text.data());
@@ -106,6 +106,7 @@ void DrainMaxWindow() {
              std::to_string(numLost) + (numLost == 1 ? " row was" : " rows were") +
                  " lost: more came from the audio thread than the Max window can hold");
     }
+} catch (const std::bad_alloc&) {  // the rest goes on waiting
 }
 
 void PrintRow(RowKind kind, const std::string& objectName, const std::string& text) {

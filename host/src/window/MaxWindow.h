@@ -31,8 +31,9 @@ void PostRow(RowKind kind, const char* objectName, const char* text) noexcept;
 /// The same with a text formatted as by printf.
 void PostFormattedRow(RowKind kind, const char* objectName, const char* format, std::va_list arguments) noexcept;
 
-/// Shows the rows that wait, in the order in which they were posted, then how many were lost. Main thread.
-void DrainMaxWindow();
+/// Shows the rows that wait, in the order in which they were posted, then how many were lost. Those that there is no
+/// memory to show go on waiting. Main thread.
+void DrainMaxWindow() noexcept;
 
 /// Shows a row on the standard output, `Console` rows on standard error, whatever sink is set. Main thread.
 void PrintRow(RowKind kind, const std::string& objectName, const std::string& text);

@@ -24,6 +24,7 @@ std::string& ComposedRow() {
     static std::string* const row = new std::string;
     return *row;
 }
+const std::string& builtAtStart = ComposedRow();  // no row has to wait for memory
 
 void AddToComposedRow(const std::string& text) try {
     if (!velmohost::IsMainThread()) {
