@@ -23,6 +23,7 @@ std::vector<bool> ParseChannelList(const std::string& option, const std::string&
     std::vector<bool> named(count, false);
     if (list == "none") return named;
     std::istringstream items(list + ",");
+    items.exceptions(std::ios::badbit);  // or a lack of memory would pass for the end
     for (std::string item; std::getline(items, item, ',');) {
         const std::size_t dash = item.find('-');
         const unsigned first = ParseNumber(item.substr(0, dash));

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <new>
 
 #include "audio/DspSettings.h"
 #include "commands/InfoCommand.h"
@@ -146,10 +147,15 @@ CLI::App& AddRepair(CLI::App& app, RepairOptions& options) {
         ->type_name("FILE|DIR");
     auto* const mode = repair.add_option("--mode", options.mode.mode, "what a bad sample becomes");
     mode->type_name("lastvalue|givenvalue")->check(CLI::IsMember({"lastvalue", "givenvalue"}))->capture_default_str();
-    repair.add_option("--replaceby", options.mode.replaceBy, "value for bad samples, with --mode givenvalue")
-        ->type_name("X")
-        ->check(FiniteSample())
-        ->capture_default_str();
+    const auto* const replaceBy =
+        repair.add_option("--replaceby", options.mode.replaceBy, "value for bad samples, with --mode givenvalue")
+            ->type_name("X")
+            ->check(FiniteSample())
+            ->capture_default_str();
+    repair.final_callback([&options, replaceBy] {
+        if (replaceBy->count() == 0 || options.mode.mode == "givenvalue") return;
+        throw UsageError("--replaceby needs --mode givenvalue");
+    });
     repair.add_option("--report", options.report, "HTML page to write, with the waveforms before and after")
         ->type_name("FILE");
     repair.add_flag("--overwrite", options.overwrite, "replace existing files; they go to the trash");
@@ -161,12 +167,6 @@ CLI::App& AddRepair(CLI::App& app, RepairOptions& options) {
 
 void CheckMessage(const std::string& option, const std::string& text) {
     if (text.find_first_not_of(" \t\n") == std::string::npos) throw UsageError(option + ": the message is empty");
-}
-
-void CheckReplaceBy(const CLI::App& repair, const RepairOptions& options) {
-    if (repair.count("--replaceby") > 0 && options.mode.mode != "givenvalue") {
-        throw UsageError("--replaceby needs --mode givenvalue");
-    }
 }
 
 /// What the options' own checks cannot see: parts of --at, and texts of blanks alone.
@@ -226,10 +226,7 @@ int RunCommand(int argc, char** argv) {
         app.parse(argc, argv);
         if (info.parsed()) return ShowInfo(infoOptions);
         if (scan.parsed()) return ScanFiles(scanOptions);
-        if (repair.parsed()) {
-            CheckReplaceBy(repair, repairOptions);
-            return RepairFiles(repairOptions);
-        }
+        if (repair.parsed()) return RepairFiles(repairOptions);
         CheckMessages(runOptions);
         return run.parsed() ? RunObject(runOptions) : RunRepl(runOptions);
     } catch (const CLI::Success& help) {
@@ -251,7 +248,12 @@ int RunCommand(int argc, char** argv) {
 int RunCommandLine(int argc, char** argv) {
     KeepWriteErrorsFromEndingTheProgram();
     std::clearerr(stdout);
-    return CheckOutput(RunCommand(argc, argv));
+    try {
+        return CheckOutput(RunCommand(argc, argv));
+    } catch (const std::bad_alloc&) {  // before there were options, or while an error was to be told
+        PrintNotice("out of memory");
+        return kFailed;
+    }
 }
 
 }  // namespace velmohost

@@ -17,6 +17,7 @@ namespace {
 std::vector<std::string> SplitList(const std::string& text) {
     std::vector<std::string> items;
     std::istringstream stream(text);
+    stream.exceptions(std::ios::badbit);  // or a lack of memory would pass for the end
     for (std::string item; std::getline(stream >> std::ws, item, ',');) items.push_back(item);
     return items;
 }

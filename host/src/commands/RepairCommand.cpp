@@ -127,6 +127,7 @@ private:
 std::string FormatValue(double value) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
+    text.exceptions(std::ios::badbit);
     text << value;
     return text.str();
 }

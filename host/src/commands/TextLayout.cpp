@@ -37,6 +37,7 @@ std::size_t CountColumns(const std::string& text) {
 
 std::string LayOut(const std::string& start, std::size_t indent, const std::string& text) {
     std::istringstream words(text);
+    words.exceptions(std::ios::badbit);  // or a lack of memory would pass for the end
     std::string result = start, word;
     std::size_t column = CountColumns(start);
     bool lineIsEmpty = true;
@@ -57,6 +58,7 @@ std::string LayOut(const std::string& start, std::size_t indent, const std::stri
 
 std::string LayOutLines(const std::string& start, std::size_t indent, const std::string& text) {
     std::istringstream lines(text);
+    lines.exceptions(std::ios::badbit);  // or a lack of memory would pass for the end
     std::string line, result;
     std::getline(lines, line);
     result = LayOut(start, indent, line);
