@@ -66,10 +66,10 @@ TEST_F(ShrinkingFile, ReadsAsSilenceFromWhereItEnds) {
         std::uintmax_t dataStart;
     } files[] = {{"a.wav", FloatWav(samples, 2), 44}, {"a.aifc", FloatAiff(samples, 2), 58}};
     for (const auto& [name, bytes, dataStart] : files) {
-        for (const std::size_t cutFrame : {0, 20000}) {
-            for (const std::size_t numLeft : {0, 1, 19999, 20001, 25000, 39999}) {
+        for (const std::size_t cutFrame : {0u, 20000u}) {
+            for (const std::size_t numLeft : {0u, 1u, 19999u, 20001u, 25000u, 39999u}) {
                 for (const std::uintmax_t numBytesMore :
-                     {0, 5}) {  // 5: the left sample of a frame, and a bit of the right
+                     {0u, 5u}) {  // 5: the left sample of a frame, and a bit of the right
                     SCOPED_TRACE(std::string(name) + ", cut to " + std::to_string(numLeft) + " frames before " +
                                  std::to_string(cutFrame));
                     const auto [read, numStored] =
@@ -82,7 +82,7 @@ TEST_F(ShrinkingFile, ReadsAsSilenceFromWhereItEnds) {
                 }
             }
         }
-        for (const std::uintmax_t size : {0, 20}) {  // nothing left of the header either
+        for (const std::uintmax_t size : {0u, 20u}) {  // nothing left of the header either
             EXPECT_EQ(ReadAndCut(Write(name, bytes), 20000, size).second, 20000u) << name;
         }
     }
@@ -111,7 +111,7 @@ TEST_F(ShrinkingFile, OfTheSystemsDecodersToo) {
     const std::string flac = ::ReadBytes(folder / "in.flac");
     const Bytes caf = sound.Caf();
     for (const auto& [name, bytes] : {std::pair{"a.flac", flac}, {"a.caf", std::string(caf.begin(), caf.end())}}) {
-        for (const std::size_t cutFrame : {0, 20000}) {
+        for (const std::size_t cutFrame : {0u, 20000u}) {
             for (const std::size_t size : {std::size_t{0}, std::size_t{30}, bytes.size() / 4, bytes.size() * 3 / 4}) {
                 SCOPED_TRACE(std::string(name) + " cut to " + std::to_string(size));
                 const auto [read, numStored] = ReadAndCut(Write(name, bytes), cutFrame, size);
@@ -132,8 +132,8 @@ TEST_F(ShrinkingFile, IsNoticedByScanAndRepair) {
     for (const auto& [name, bytes] : {std::pair{"a.wav", FloatWav(samples, 1)}, {"a.aifc", FloatAiff(samples, 1)}}) {
         const File file = Write(name, bytes);
         const std::string path = folder / name, output = folder / "repaired" + fs::path(name).extension().string();
-        const auto cutInHalf = [&](double fraction) {
-            if (fraction < 0.5) CutTo(file, bytes.size() / 2);
+        const auto cutInHalf = [&, half = bytes.size() / 2](double fraction) {
+            if (fraction < 0.5) CutTo(file, half);
         };
         velmohost::FileScan scan = velmohost::ScanSoundFile(path, cutInHalf);
         EXPECT_EQ(scan.NumBad(), 1u);
