@@ -158,10 +158,10 @@ private:
     AudioBuffer floatOutput{0, 0, true};
 
 protected:
-    /// Lets `Perform` hand output k over in the buffer of input k, which takes a third of the memory traffic away. For
-    /// the constructor of a processor that has read sample i of input k, and of no other input, by the time it writes
-    /// sample i of output k. At half rate, and while there are more or fewer inputs than outputs, the buffers stay
-    /// apart.
+    /// Lets `Perform` hand output k over in the buffer of input k, which spares a second buffer and the traffic to it.
+    /// For the constructor of a processor that has read sample i of input k, and of no other input, by the time it
+    /// writes sample i of output k. `Process` still gets buffers apart at half rate and while there are more or fewer
+    /// inputs than outputs.
     void AllowInPlace() noexcept { allowsInPlace = true; }
 
     /// A buffer for a derived processor's own use, which sizes it when it is configured; unused here.
