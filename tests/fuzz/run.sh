@@ -6,7 +6,8 @@
 # As many run at a time as there are processors. A fuzzer starts from the inputs in corpus/NAME and those that earlier
 # runs found worth keeping, in build/fuzz/fuzzing/NAME/corpus. A line for each tells how many inputs it tried and how
 # many edges of the program's flow they reached. An input that breaks a promise, takes too long or asks for too much
-# memory is a finding: it stays in build/fuzz/fuzzing/NAME, the line says where, and the exit status is not 0.
+# memory is a finding: it stays in build/fuzz/fuzzing/NAME, the line says where, and the exit status is not 0. When the
+# fault is mended, its input goes into corpus/NAME, which the tests go through.
 set -eu
 
 # One fuzzer: `run.sh --one SECONDS NAME` from the project's folder.
