@@ -43,6 +43,7 @@ TEST_F(Forbidden, FoldersAreTold) {
     for (Writer& writer : All()) {
         // What cannot even be opened is not the object's to tell.
         if (writer.name == "state.json") writer.failure = "done";
+        if (writer.name.ends_with(".wav") && !writer.keepsBeginning) writer.failure += "the file cannot be created\n";
         ExpectFailure(writer, folder.Path().string(), [&] {
             const ScopedNobody nobody;
             return writer.write(folder.Path().string());
