@@ -102,7 +102,8 @@ void dump_dict(void* x, t_symbol*, long argc, t_atom* argv) noexcept {
     Guarded(x, [&] {
         OwnedObject<t_dictionary> dict(argc > 0 ? dictionary_new() : AddAttributesToDictionary(x));
         if (appendNamedAttributes(x, dict.get(), argc, argv)) dump_dictionary(x, dict.get());
-        if (dict && dictobj_namefromptr(dict.get())) dict.release();  // the host's from now on
+        // The host's from now on
+        if (dict && dictobj_namefromptr(dict.get())) static_cast<void>(dict.release());
     });
 }
 

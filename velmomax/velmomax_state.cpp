@@ -35,6 +35,7 @@ bool copyStateAtom(const t_atom& from, t_atom& to) {
 
 std::vector<long> countAtoms(void* x, const std::vector<t_symbol*>& names) {
     std::vector<long> counts;
+    counts.reserve(names.size());
     for (t_symbol* name : names) counts.push_back(MaxAttribute::GetNumberOfAtomsNeededToStoreAttribute(x, name));
     return counts;
 }

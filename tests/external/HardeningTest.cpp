@@ -50,7 +50,8 @@ TEST_P(Hardening, GuardsItsStack) {
 #endif
 }
 
-#ifdef __OPTIMIZE__
+// For clang, functions of variable arguments are never told, and there are no others here.
+#if defined(__OPTIMIZE__) && !defined(__clang__)
 TEST_P(Hardening, TellsTheCLibraryTheSizesOfWhatItWritesTo) {
     EXPECT_THAT(Tell("nm --dynamic --undefined-only"), ContainsRegex("__[a-z]+_chk@"));
 }

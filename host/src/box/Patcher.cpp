@@ -23,7 +23,7 @@ void AddReadOnly(t_class* c, const char* name, const char* type, long offset) {
     OwnedRecord<t_object> attribute(
         attr_offset_new(name, gensym(type), ATTR_SET_OPAQUE_USER, nullptr, nullptr, offset));
     if (attribute == nullptr || class_addattr(c, attribute.get()) != MAX_ERR_NONE) throw std::bad_alloc();
-    attribute.release();
+    static_cast<void>(attribute.release());
 }
 
 t_class* GetPatcherClass() {

@@ -20,7 +20,7 @@ t_max_err AddWithValue(void* x, const char* name, const t_symbol* type, long fla
     OwnedRecord<Attribute> attribute(NewOwnAttribute(name, type, flags, values));
     if (attribute == nullptr) return MAX_ERR_INVALID_PTR;
     const t_max_err result = object_addattr(x, &attribute->attr.ob);
-    if (result == MAX_ERR_NONE) attribute.release();
+    if (result == MAX_ERR_NONE) static_cast<void>(attribute.release());
     return result;
 }
 

@@ -13,13 +13,13 @@ namespace {
 template <class Value>
 Value Load(const void* place) {
     Value value;
-    std::memcpy(&value, place, sizeof value);
+    std::memcpy(&value, place, sizeof value);  // NOLINT(bugprone-sizeof-expression): of a pointer itself, too
     return value;
 }
 
 template <class Value>
 void Store(void* place, Value value) {
-    std::memcpy(place, &value, sizeof value);
+    std::memcpy(place, &value, sizeof value);  // NOLINT(bugprone-sizeof-expression): of a pointer itself, too
 }
 
 template <class Integer>

@@ -59,7 +59,7 @@ t_max_err PutObject(t_dictionary* d, t_symbol* key, t_object* object) {
 t_max_err PutNewObject(t_dictionary* d, t_symbol* key, void* object) {
     OwnedRecord<t_object> owned(static_cast<t_object*>(object));
     const t_max_err result = PutObject(d, key, owned.get());
-    if (result == MAX_ERR_NONE) owned.release();
+    if (result == MAX_ERR_NONE) static_cast<void>(owned.release());
     return object != nullptr ? result : static_cast<t_max_err>(MAX_ERR_OUT_OF_MEM);
 }
 
