@@ -7,6 +7,7 @@ packages="
     cmake ninja-build g++ binutils
     libcli11-dev libedit-dev nlohmann-json3-dev libxml2-dev
     libgtest-dev libgmock-dev libbenchmark-dev libmatio-dev jq
+    clang-format clang-tidy cppcheck
     libclang-rt-19-dev
     clang libclang-rt-14-dev
     g++-aarch64-linux-gnu qemu-user googletest
