@@ -1,5 +1,6 @@
 #!/bin/sh
 # From a bare machine to all tests passed: installs what is needed, then builds and tests
+#   analysis what clang-format, cppcheck and clang-tidy find; nothing is built
 #   release  as it is shipped, each area of the library compiled as one unit; its audio thread held to real time
 #   asan     address and undefined-behaviour sanitizers
 #   tsan     thread sanitizer, the tests with more than one thread; everything compiled file by file
@@ -20,6 +21,9 @@ run() {
     ctest --preset "$preset" -j "$(nproc)"
 }
 
+echo
+echo "== analysis"
+scripts/analyse.sh
 run release
 run asan
 run tsan --target threads_tests external_tests host_tests soak_tests
