@@ -90,8 +90,9 @@ void __libc_free(void*);
     (__interceptor_free ? __interceptor_free : __libc_free)(block);
 }
 
-/// The leak checker knows the loader's own blocks by who asks for them, which is this file.
-[[gnu::visibility("default")]] const char* __lsan_default_suppressions() { return "leak:_dl_map_object_deps\n"; }
+/// The leak checker knows the loader's own blocks by who asks for them, which is this file. Few machines have the names
+/// of the loader's functions, so it is all of the loader that is passed over.
+[[gnu::visibility("default")]] const char* __lsan_default_suppressions() { return "leak:ld-linux\n"; }
 
 }  // extern "C"
 
