@@ -17,11 +17,12 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # Runs what is built, where wine is installed: in a Windows of its own, which the build folder keeps, trash included.
-# The program is named directly because the system's script for it talks on standard error.
+# The program is named directly because the system's script for it talks on standard error. Files have names of any
+# character only in a locale that has all of them.
 find_program(WINE NAMES wine64 wine PATHS /usr/lib/wine)
 mark_as_advanced(WINE)
 if(WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR
-    ${CMAKE_COMMAND} -E env WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml,winemenubuilder.exe=
+    ${CMAKE_COMMAND} -E env LC_ALL=C.UTF-8 WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml,winemenubuilder.exe=
     WINEPREFIX=${CMAKE_BINARY_DIR}/wine XDG_DATA_HOME=${CMAKE_BINARY_DIR}/wine ${WINE})
 endif()
