@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
-#include <ostream>
 #include <string>
+#include <utility>
 
 #include "support/OutputOf.h"
 
@@ -11,19 +11,14 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-struct Binary {
-    const char* name;
-    const char* file;
-    const char* entry;
-
-    friend std::ostream& operator<<(std::ostream& stream, const Binary& binary) { return stream << binary.file; }
-};
+/// A file, and the function that it begins with.
+using Binary = std::pair<std::string, std::string>;
 
 /// What is shipped: the plug-in and the program that runs it.
 class Hardening : public testing::TestWithParam<Binary> {
 protected:
     /// What a command prints about the file.
-    static std::string Tell(const std::string& command) { return OutputOf(command + " '" + GetParam().file + "'"); }
+    static std::string Tell(const std::string& command) { return OutputOf(command + " '" + GetParam().first + "'"); }
 };
 
 TEST_P(Hardening, IsLoadedAnywhere) {
@@ -45,7 +40,7 @@ TEST_P(Hardening, ExecutesNothingThatItWrites) {
 TEST_P(Hardening, GuardsItsStack) {
     EXPECT_THAT(Tell("nm --dynamic --undefined-only"), HasSubstr("__stack_chk_fail"));
 #ifdef __x86_64__
-    const std::string entry = GetParam().entry;
+    const std::string entry = GetParam().second;
     EXPECT_THAT(Tell("objdump --disassemble=" + entry), ContainsRegex("<" + entry + ">:\n[^\n]*endbr64"));
 #endif
 }
@@ -57,10 +52,9 @@ TEST_P(Hardening, TellsTheCLibraryTheSizesOfWhatItWritesTo) {
 }
 #endif
 
-INSTANTIATE_TEST_SUITE_P(OfWhatIsShipped, Hardening,
-                         testing::Values(Binary{"Plugin", VELMO_EXTERNALS_DIR "/tesk.fixnan~" VELMO_EXTERNAL_SUFFIX,
-                                                "ext_main"},
-                                         Binary{"Host", VELMO_HOST_PROGRAM, "main"}),
-                         [](const auto& binary) { return std::string(binary.param.name); });
+INSTANTIATE_TEST_SUITE_P(Plugin, Hardening,
+                         testing::Values(Binary(VELMO_EXTERNALS_DIR "/tesk.fixnan~" VELMO_EXTERNAL_SUFFIX,
+                                                "ext_main")));
+INSTANTIATE_TEST_SUITE_P(Host, Hardening, testing::Values(Binary(VELMO_HOST_PROGRAM, "main")));
 
 }  // namespace

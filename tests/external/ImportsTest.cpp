@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -11,6 +9,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "support/OutputOf.h"
 
 namespace {
 
@@ -30,27 +30,17 @@ std::set<std::string> HostFunctions() {
     return names;
 }
 
-/// The lines that a command prints about the plug-in, whose path is put behind it.
-std::vector<std::string> LinesOf(std::string command) {
-    command += " '" + pluginPath + "'";
-    std::FILE* const pipe = popen(command.c_str(), "r");
-    std::vector<std::string> lines;
-    std::array<char, 4096> line{};
-    while (pipe && std::fgets(line.data(), line.size(), pipe)) lines.emplace_back(line.data());
-    EXPECT_TRUE(pipe && pclose(pipe) == 0) << command;
-    return lines;
+/// What a command prints about the plug-in, whose path is put behind it.
+std::istringstream Tell(const std::string& command) {
+    return std::istringstream(OutputOf(command + " '" + pluginPath + "'"));
 }
 
 /// The plug-in's dynamic symbols as `nm` lists them: kind and name, with the version of the library they come from.
 std::vector<std::pair<char, std::string>> DynamicSymbols(const std::string& selection) {
     std::vector<std::pair<char, std::string>> symbols;
-    for (const std::string& line : LinesOf("nm --dynamic --format=posix " + selection)) {
-        std::istringstream words(line);
-        std::string name;
-        char kind = 0;
-        words >> name >> kind;
-        symbols.emplace_back(kind, name);
-    }
+    std::istringstream lines = Tell("nm --dynamic --format=posix " + selection);
+    char kind = 0;
+    for (std::string name, rest; lines >> name >> kind; std::getline(lines, rest)) symbols.emplace_back(kind, name);
     return symbols;
 }
 
@@ -80,7 +70,8 @@ TEST(Plugin, ImportsFunctionsOfTheHostAndOfTheSystemAlone) {
 TEST(Plugin, NeedsTheLibrariesOfTheLanguageAlone) {
     const std::set<std::string> known{"libc", "libm", "libstdc++", "libgcc_s", "ld-linux-x86-64", "ld-linux-aarch64"};
     int numNeeded = 0;
-    for (const std::string& line : LinesOf("readelf --wide --dynamic")) {
+    std::istringstream lines = Tell("readelf --wide --dynamic");
+    for (std::string line; std::getline(lines, line);) {
         const std::size_t start = line.find('[');
         if (line.find("(NEEDED)") == std::string::npos || start == std::string::npos) continue;
         const std::string library = line.substr(start + 1, line.find(".so", start) - start - 1);

@@ -16,7 +16,9 @@ TEST_F(ReferencePage, IsTheExpectedOneByteForByteAndReadsInAnXmlParser) {
     const ScopedVariable lower("home", std::nullopt), upper("HOME", home.Path().string());
     const std::string path = home / "tesk.fixnan~.maxref.xml";
     const auto box = Create("@numchannels 2");
+    testing::internal::CaptureStderr();
     EXPECT_EQ(Send(*box, "generatexml"), Rows{"[post] tesk.fixnan~: documentation generated in " + path});
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "value = |lastvalue givenvalue|\n") << "the choices";
 
     // The version tells the day of building, so the expected page has a place for it.
     const std::string version = Send(*box, "version").at(0).substr(std::string("[post] tesk.fixnan~: Version ").size());

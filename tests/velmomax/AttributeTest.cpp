@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
 
 #include "Probe.h"
 
@@ -95,15 +94,6 @@ TEST(MaxAttribute, KeepsOnlyTheStateOfTheObject) {
     EXPECT_EQ(probe.window.Take().front(),
               "[bug] probe~: GetNumberOfAtomsNeededToStoreAttribute : MAX_ERR_OUT_OF_MEM in object_attr_getvalueof "
               "(broken)");
-}
-
-TEST(MaxAttribute, TellsTheErrorStreamOfChoicesThatItPrints) {
-    Probe probe;
-    std::ostringstream page;
-    testing::internal::CaptureStderr();
-    MaxAttribute(probe.x, gensym("word")).Print(page);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "value = |up down left|\n");
-    EXPECT_NE(page.str().find("type=\"unknown\" value=\"up down left\" />\n"), std::string::npos);
 }
 
 }  // namespace
