@@ -38,15 +38,5 @@ TEST(WaveformView, KeepsTheRangeOfEveryColumnHoweverTheSignalIsCut) {
     }
 }
 
-TEST(WaveformView, GivesEverySampleOfAShortStretchItsOwnColumn) {
-    WaveformView view(1, 2);
-    const float before[] = {9.0f, 0.5f, NAN, 9.0f}, after[] = {9.0f, 0.5f, 0.25f, 9.0f};
-    view.Add(0, before, after, 4);
-    ASSERT_EQ(view.Columns().size(), 2u);
-    EXPECT_EQ(view.Columns()[0].afterMax, 0.5f);
-    EXPECT_EQ(view.Columns()[1].afterMin, 0.25f);
-    EXPECT_EQ(view.Columns()[1].numBad, 1u);
-}
-
 }  // namespace
 }  // namespace velmohost
