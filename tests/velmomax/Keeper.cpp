@@ -1,7 +1,6 @@
 #include "Keeper.h"
 
-#include "core/AtomText.h"
-#include "core/Messages.h"
+#include "hostapi/ApiObjects.h"
 
 using namespace velmomax;
 
@@ -23,13 +22,10 @@ t_max_err getOdd(void*, void*, long* ac, t_atom** av) {
 
 t_max_err setOdd(void*, void*, long, t_atom*) { return Keeper::oddSetting; }
 
-void* newKeeper(t_symbol*, long, t_atom*);
-
 t_class* keeperClass() {
     static t_class* keeper = [] {
         InitCommonSymbols();
-        t_class* c =
-            class_new("keeper", AsMethod(newKeeper), nullptr, static_cast<long>(sizeof(keeper_t)), nullptr, A_GIMME, 0);
+        t_class* c = class_new("keeper", nullptr, nullptr, static_cast<long>(sizeof(keeper_t)), nullptr, 0);
         AddDocumentationAttribute(c, "classdescription", calcoffset(keeper_t, texts), "a keeper keeps");
         AddCommonMethods(c);
         AddAttribute(c, "count", "long", nullptr, calcoffset(keeper_t, count));
@@ -44,20 +40,11 @@ t_class* keeperClass() {
     return keeper;
 }
 
-void* newKeeper(t_symbol*, long argc, t_atom*) {
-    void* x = ObjectAlloc(keeperClass());
-    if (argc == 0) AddDumpOutlet(x);
-    return x;
-}
-
 }  // namespace
 
-Keeper::Keeper(bool hasDumpOutlet)
-    : x([&] {
-          t_atom atom = Atom("bare");
-          return static_cast<keeper_t*>(
-              object_new_typed(gensym("box"), keeperClass()->c_sym, hasDumpOutlet ? 0 : 1, &atom));
-      }()) {}
+Keeper::Keeper(bool hasDumpOutlet) : x(static_cast<keeper_t*>(ObjectAlloc(keeperClass()))) {
+    if (hasDumpOutlet) AddDumpOutlet(x);
+}
 
 Keeper::~Keeper() {
     object_free(x);
@@ -66,9 +53,8 @@ Keeper::~Keeper() {
 }
 
 Rows Keeper::Send(const std::string& message) {
-    std::vector<t_atom> atoms = velmohost::ParseAtoms(message);
     window.Take();
-    velmohost::SendMessage(&x->ob, 0, atom_getsym(atoms.data()), static_cast<long>(atoms.size()) - 1, atoms.data() + 1);
+    velmotest::Send(x, message);
     return window.Take();
 }
 
@@ -88,5 +74,3 @@ void Keeper::Change() {
     x->list[1] = -2.5;
     x->name = gensym("two words");
 }
-
-t_atom Atom(const char* text) { return velmohost::ParseAtoms(text).front(); }

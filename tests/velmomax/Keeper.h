@@ -48,5 +48,3 @@ struct Keeper {
     static inline std::deque<OddAnswer> odd;            // the next readings
     static inline t_max_err oddSetting = MAX_ERR_NONE;  // what every setting of "odd" gives
 };
-
-t_atom Atom(const char* text);

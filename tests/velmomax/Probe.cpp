@@ -4,13 +4,6 @@ using namespace velmomax;
 
 namespace {
 
-void* probe_new(t_symbol*, long, t_atom*) {
-    auto* x = static_cast<probe_t*>(ObjectAlloc(ProbeClass()));
-    AddDumpOutlet(x);
-    CreateDspInletsAndOutlets(&x->ob, 2, 3, true);
-    return x;
-}
-
 void probe_free(probe_t* x) { RemoveFromDspChain(&x->ob); }
 
 t_max_err failingGetter(void*, void*, long*, t_atom**) { return MAX_ERR_OUT_OF_MEM; }
@@ -51,8 +44,7 @@ void addAttributes(t_class* c) {
 t_class* ProbeClass() {
     static t_class* probeClass = [] {
         InitCommonSymbols();
-        t_class* c = class_new("probe~", AsMethod(probe_new), AsMethod(probe_free), static_cast<long>(sizeof(probe_t)),
-                               nullptr, A_GIMME, 0);
+        t_class* c = class_new("probe~", nullptr, AsMethod(probe_free), static_cast<long>(sizeof(probe_t)), nullptr, 0);
         addAttributes(c);
         AddCommonMethods(c);
         AddMspMethods(c);

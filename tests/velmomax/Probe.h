@@ -21,10 +21,12 @@ struct probe_t {
 /// The class, made at the first call.
 t_class* ProbeClass();
 
-/// An object of the class and the Max window. Its constructor makes the dump outlet, two signal inlets and three signal
-/// outlets, and reads no arguments.
+/// An object of the class, with a dump outlet, two signal inlets and three signal outlets, and the Max window.
 struct Probe {
-    Probe() : x(static_cast<probe_t*>(object_new_typed(gensym("box"), ProbeClass()->c_sym, 0, nullptr))) {}
+    Probe() : x(static_cast<probe_t*>(velmomax::ObjectAlloc(ProbeClass()))) {
+        velmomax::AddDumpOutlet(x);
+        velmomax::CreateDspInletsAndOutlets(&x->ob, 2, 3, true);
+    }
     ~Probe() { object_free(x); }
 
     velmotest::CapturedWindow window;

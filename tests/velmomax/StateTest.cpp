@@ -8,7 +8,9 @@ namespace {
 
 const std::string changed = "3 0.5 1. -2.5 \"two words\"";
 
-OddAnswer Holds(std::size_t numAtoms) { return {MAX_ERR_NONE, std::vector<t_atom>(numAtoms, Atom("7")), 0}; }
+OddAnswer Holds(std::size_t numAtoms) {
+    return {MAX_ERR_NONE, std::vector<t_atom>(numAtoms, velmohost::ParseAtoms("7")[0]), 0};
+}
 
 OddAnswer HoldsAnObject() { return {MAX_ERR_NONE, std::vector<t_atom>(1), 0}; }
 

@@ -92,18 +92,6 @@ TEST(Xml, WrapsTheObjectsNameInItsDescriptionAlone) {
                                 " is one, and " + wrapped + wrapped + " are two\n\t</description>\n\n");
 }
 
-TEST(Xml, SplitsTheListOfRelatedObjectsAtItsCommas) {
-    const std::pair<const char*, Rows> lists[] = {
-        {"a, b,c", {"a", "b", "c"}}, {"a,,b", {"a", "", "b"}}, {"", {""}}, {" one two ,", {"onetwo", ""}}};
-    for (const auto& [label, expected] : lists) {
-        Documented documented;
-        documented.Add("classseealso", label);
-        Rows items{"left over"};
-        MaxXmlDocumentation(documented.x).GetObjectSeeAlsoList(items);
-        EXPECT_EQ(items, expected) << label;
-    }
-}
-
 TEST(Xml, TellsOfClassesThatHoldNoDocumentation) {
     Documented documented(false);
     const TempFolder home;
