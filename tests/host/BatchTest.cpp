@@ -13,8 +13,6 @@
 #include "commands/RepairOutputs.h"
 #include "commands/ScanCommand.h"
 #include "commands/UsageError.h"
-#include "host/SoundFiles.h"
-#include "support/FileSizeLimit.h"
 #include "support/ScopedVariable.h"
 #include "support/TempFolder.h"
 
@@ -149,14 +147,6 @@ TEST_F(BatchTest, ScanTellsOfEveryFileAndChannelAndGoesOnAfterFailures) {
     EXPECT_EQ(json.at(0).at("channels").at(0).at("firstSeconds"), 1.0);
     EXPECT_EQ(json.at(1).at("status"), "failed");
     EXPECT_EQ(json.at(2).at("channels").at(0).at("firstSample"), nullptr);
-
-    options.json.reset();
-    options.files = {folder / "bad.wav"};
-    Scan();
-    EXPECT_EQ(status, kBadSamplesFound);
-    options.files = {folder / "good.wav"};
-    Scan();
-    EXPECT_EQ(status, 0);
 }
 
 TEST_F(BatchTest, RepairChangesTheBadSamplesAndNothingElse) {
@@ -229,17 +219,6 @@ TEST_F(BatchTest, NothingIsLostOnTheWay) {
     EXPECT_EQ(velmodsp::ReadBytes(folder / "a-repaired.wav"), Text("mine"));
 
     options.overwrite = true;
-#ifndef _WIN32  // no limit to a file's size there
-    {
-        const FileSizeLimit full(50000);
-        Repair();
-        EXPECT_EQ(status, 1);
-        EXPECT_THAT(errors, HasSubstr("is the disk full?"));
-    }
-#endif
-    EXPECT_THAT(FileNames(), ElementsAre("a-repaired.wav", "a.wav"));
-    EXPECT_EQ(velmodsp::ReadBytes(folder / "a-repaired.wav"), Text("mine"));
-
     EXPECT_THAT(Repair(), HasSubstr("the older one is in the trash"));
     EXPECT_TRUE(velmodsp::ReadBytes(folder / "a-repaired.wav") == good);
 
@@ -325,12 +304,11 @@ TEST_F(ThreadsBatch, ManyFilesAtOnceGiveWhatEachGivesAlone) {
         EXPECT_TRUE(i == 1 || at > last) << i;
         last = at;
         if (i % 4 == 0) continue;
-        const velmotest::Channels sound = velmotest::ReadSound(folder / ("take" + std::to_string(i) + "-repaired.wav"));
-        for (const auto& channel : sound) {
-            EXPECT_EQ(std::count(channel.begin(), channel.end(), static_cast<float>(i)) + (channel[0] == 0.0f),
-                      static_cast<std::ptrdiff_t>(channel.size()))
-                << i;
-        }
+        const unsigned channels = 1 + i % 3;
+        std::vector<float> repaired(3000 * i, static_cast<float>(i));
+        if (i < channels) repaired[i] = 0.0f;  // bad from the first frame on
+        EXPECT_TRUE(velmodsp::ReadBytes(folder / ("take" + std::to_string(i) + "-repaired.wav")) ==
+                    Wav(repaired, channels));
     }
 }
 

@@ -13,6 +13,7 @@
 #include "host/SoundFiles.h"
 #include "support/Pattern.h"
 
+namespace velmotest {
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,13 +22,8 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-using velmotest::Channels;
-using velmotest::ContainsPattern;
-using velmotest::Outcome;
-using velmotest::ReadSound;
-using velmotest::WriteSound;
 
-using CommandLineTest = velmotest::Program;
+using CommandLineTest = Program;
 
 TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
     const std::pair<const char*, const char*> cases[] = {
@@ -43,23 +39,18 @@ TEST_F(CommandLineTest, WrongUsageIsToldWithStatusTwo) {
         {"run tesk.fixnan~ --at soon clear", "--at"},
         {"run tesk.fixnan~ --at -1 clear", "--at"},
         {"run tesk.fixnan~ --nonsense", "--nonsense"},
-        {"run tesk.fixnan~ more", "more"},
         {"run tesk.fixnan~ --inlets 2", "--inlets names number 2, but the last one is 1"},
         {"run tesk.fixnan~ --outlets 1-x", "--outlets"},
         {"run tesk.fixnan~ --message ''", "--message"},
         {"run tesk.fixnan~ --in a.wav --seconds 2", "--seconds"},
         {"run tesk.fixnan~ --save-as ''", "--save-as"},
         {"scan", "FILE"},
-        {"repair --jobs 2", "FILE"},
         {"repair a.wav --jobs 0", "--jobs"},
         {"repair a.wav --mode median", "--mode"},
         {"repair a.wav --replaceby 1", "--replaceby needs --mode givenvalue"},
         {"repair a.wav --mode givenvalue --replaceby 1e39", "--replaceby"},
         {"repair a.wav -o b.aiff", "-o"},
-        {"info", "BOX"},
-        {"repl", "BOX"},
         {"repl tesk.fixnan~ --inlets 2", "--inlets names number 2, but the last one is 1"},
-        {"repl tesk.fixnan~ --block none", "--block"},
     };
     for (const auto& [arguments, reason] : cases) {
         const Outcome outcome = Velmohost(arguments);
@@ -82,6 +73,9 @@ TEST_F(CommandLineTest, ObjectsThatCannotBeCreatedAreToldWithStatusOne) {
     WriteText("broken~" VELMO_EXTERNAL_SUFFIX, "no plug-in");
     for (const auto& [box, row] :
          {std::pair("nosuch~", "[error] nosuch~: No such object\n"),
+          std::pair("./broken~", "[error] ./broken~: No such object\n"),
+          std::pair("''", "[error] no object name in \"\"\n"),
+          std::pair("'3 level~'", "[error] no object name in \"3 level~\"\n"),
           std::pair("broken~", "[error] broken~: could not load ./broken~" VELMO_EXTERNAL_SUFFIX ": ")}) {
         for (const std::string command : {"run --path . ", "info --path . ", "repl --path . "}) {
             const Outcome outcome = Velmohost(command + box);
@@ -109,9 +103,8 @@ TEST_F(CommandLineTest, BadSoundFilesAreToldWithStatusOne) {
         {"--in text.wav --out out.wav", "text.wav is not a valid WAV file", 1},
         {"--in empty.aiff --out out.wav", "empty.aiff is not a valid AIFF file", 1},
         {"--in . --out out.wav", "velmohost: cannot read .: it is a folder", 1},
-        {"--in in.wav --out out.ogg", "out.ogg: ", 1},
         {"--in in.wav --out nowhere/../text.wav/out.wav", "velmohost: cannot write ", 1},
-        {"--samplerate 12345 --out out.wav", "12345", 1},
+        {"--out out.ogg", "velmohost: cannot write out.ogg: ", 1},
         {"--in in.wav --out in.wav", "velmohost: --in and --out are the same file", 2},
         {"--in in.wav --out hard.wav", "velmohost: --in and --out are the same file", 2},
 #ifndef _WIN32
@@ -215,3 +208,4 @@ TEST_F(CommandLineTest, InfoTellsMachinesTheSame) {
 }
 
 }  // namespace
+}  // namespace velmotest

@@ -108,15 +108,5 @@ TEST_F(DspChainTest, AudioThreadPerformsWhileTheMainThreadWaits) {
     EXPECT_EQ(leveller->numVectors, 1002);
 }
 
-TEST_F(DspChainTest, BoxesThatCannotBeMadeSayWhy) {
-    velmotest::CapturedWindow window;
-    for (const auto& [text, row] :
-         {std::pair("../level~", "[error] ../level~: No such object"), std::pair("", "[error] no object name in \"\""),
-          std::pair("3 level~", "[error] no object name in \"3 level~\"")}) {
-        EXPECT_EQ(Box::Create(host, text), nullptr) << text;
-        EXPECT_THAT(window.Take(), ElementsAre(row));
-    }
-}
-
 }  // namespace
 }  // namespace velmohost

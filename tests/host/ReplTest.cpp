@@ -12,6 +12,7 @@
 #endif
 #include "support/Pattern.h"
 
+namespace velmotest {
 namespace {
 
 using testing::AllOf;
@@ -19,15 +20,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-using velmotest::Channels;
-using velmotest::ContainsPattern;
-using velmotest::Outcome;
-using velmotest::ReadSound;
-using velmotest::WriteSound;
 
 const float nan = std::numeric_limits<float>::quiet_NaN();
 
-class Repl : public velmotest::Program {
+class Repl : public Program {
 protected:
     Outcome Type(const std::string& lines, const std::string& options = "") {
         return Velmohost("repl 'tesk.fixnan~ @numchannels 2' " + options, "", lines);
@@ -122,8 +118,6 @@ TEST_F(Repl, AQuestionMarkListsWhatTheObjectUnderstands) {
 }
 
 #ifndef _WIN32  // terminals of a program's own are a matter of POSIX
-using velmotest::TerminalSession;
-
 class ThreadsRepl : public testing::Test {
 protected:
     TerminalSession session{{VELMO_HOST_PROGRAM, "repl", "tesk.fixnan~"}};
@@ -166,7 +160,6 @@ TEST_F(ThreadsRepl, SoundFlowsInRealTimeWhileLinesAreTyped) {
 
 TEST(ThreadsReplRows, RowsOfTheAudioThreadComeBetweenPromptAndTypedText) {
     TempFolder folder;
-    WriteSound(folder / "in.wav", {std::vector<float>(30000, 0.0f)});
     Channels sound{std::vector<float>(30000, 0.5f)};
     sound[0][20000] = nan;
     WriteSound(folder / "in.wav", sound);
@@ -187,3 +180,4 @@ TEST(ThreadsReplRows, RowsOfTheAudioThreadComeBetweenPromptAndTypedText) {
 #endif
 
 }  // namespace
+}  // namespace velmotest

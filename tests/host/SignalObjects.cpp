@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
+#include "hostapi/ApiObjects.h"
 #include "platform/VelmoDspFloatingPointControl.h"
 
 namespace {
 
-t_class *swapClass, *levelClass;
+using velmotest::AsMethod;
 
-template <class Object>
-method AsMethod(Object function) {
-    return reinterpret_cast<method>(function);
-}
+t_class *swapClass, *levelClass;
 
 void* NewSwapper(t_atom_long noInPlace) {
     auto* const x = static_cast<Swapper*>(object_alloc(swapClass));
@@ -51,9 +49,6 @@ void LevelDsp(Leveller* x, t_object* dsp64, short*, double, long, long) {
     dsp_add64(dsp64, &x->ob.z_ob, reinterpret_cast<t_perfroutine64>(LevelPerform), 0, nullptr);
 }
 
-void SetLevel(Leveller* x, double level) { x->level = level; }
-void SetReport(Leveller* x, t_atom_long on) { x->report = static_cast<long>(on); }
-
 }  // namespace
 
 void RegisterSignalObjects() {
@@ -65,8 +60,8 @@ void RegisterSignalObjects() {
 
     levelClass = class_new("level~", AsMethod(NewLeveller), AsMethod(z_dsp_free), sizeof(Leveller), nullptr, 0);
     class_addmethod(levelClass, AsMethod(LevelDsp), "dsp64", A_CANT, 0);
-    class_addmethod(levelClass, AsMethod(SetLevel), "level", A_FLOAT, 0);
-    class_addmethod(levelClass, AsMethod(SetReport), "report", A_LONG, 0);
+    CLASS_ATTR_DOUBLE(levelClass, "level", 0, Leveller, level);
+    CLASS_ATTR_LONG(levelClass, "report", 0, Leveller, report);
     class_dspinit(levelClass);
     class_register(CLASS_BOX, levelClass);
 }

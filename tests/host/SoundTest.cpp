@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <limits>
 
+#include "audiofiles/SourceSound.h"
 #include "batch/FileScan.h"
 #include "host/SoundFiles.h"
 #include "sound/SoundError.h"
@@ -15,7 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using velmotest::Channels;
 using velmotest::ReadSound;
@@ -23,27 +23,22 @@ using velmotest::WriteSound;
 
 class SoundTest : public testing::Test {
 protected:
-    void WriteText(const std::string& name, const std::string& text) { WriteBytes(folder / name, text); }
-
-    std::vector<std::string> FileNames() {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.Path()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    std::ptrdiff_t NumFiles() const { return std::distance(fs::directory_iterator(folder.Path()), {}); }
 
     TempFolder folder;
 };
 
-TEST_F(SoundTest, FilesCutShortReadAsSilenceAndSaySo) {
-    WriteSound(folder / "a.wav", {std::vector<float>(1000, 0.5f)});
-    fs::resize_file(folder / "a.wav", 104 + 4 * 100);  // the header and 100 frames
-    const Channels sound = ReadSound(folder / "a.wav");
-    EXPECT_EQ(sound[0].size(), 1000u);
-    EXPECT_EQ(sound[0][99], 0.5f);
-    EXPECT_EQ(sound[0][100], 0.0f);
-    EXPECT_EQ(SoundSource(folder / "a.wav").NumMissingFrames(), 900u);
+TEST_F(SoundTest, OtherFormatsReadAsWavFilesDo) {
+#ifndef VELMO_READS_COMPRESSED
+    GTEST_SKIP() << "built without libsndfile";
+#endif
+    const velmodsp::SourceSound music = velmodsp::Music(44100, 24, 2, 5000);
+    velmodsp::WriteBytes(folder / "in.caf", music.Caf());
+    velmodsp::WriteBytes(folder / "in.wav", music.Wav());
+    SoundSource(folder / "in.caf").RequireKnownEncoding();
+    const Channels sound = ReadSound(folder / "in.caf");
+    EXPECT_EQ(sound[1].size(), 5000u);
+    EXPECT_EQ(sound, ReadSound(folder / "in.wav"));
 }
 
 TEST_F(SoundTest, FilesCutShortAreScannedAsFarAsTheyGo) {
@@ -72,11 +67,11 @@ TEST_F(SoundTest, ReplacedFilesGoToTheTrash) {
     // The trash is made in the home directory, so the test brings one of its own.
     fs::create_directories(folder / "home");
     const ScopedVariable home("HOME", folder / "home"), data("XDG_DATA_HOME", std::nullopt);
-    WriteText("a.wav", "old");
+    WriteBytes(folder / "a.wav", "old");
     fs::create_symlink(folder / "a.wav", folder / "link.wav");
     SoundSink sink({folder / "link.wav", 44100.0, 1, 16, 0}, 10);
     EXPECT_TRUE(sink.Finish());
-    EXPECT_THAT(FileNames(), ElementsAre("a.wav", "home", "link.wav"));
+    EXPECT_EQ(NumFiles(), 3);
     EXPECT_TRUE(fs::is_symlink(folder / "link.wav"));
     EXPECT_TRUE(ReadBytes(folder / "a.wav").starts_with("RIFF"));
     bool found = false;
@@ -88,7 +83,7 @@ TEST_F(SoundTest, ReplacedFilesGoToTheTrash) {
 #endif
 
 TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
-    WriteText("a.wav", "old");
+    WriteBytes(folder / "a.wav", "old");
     fs::create_directory(folder / "folder.wav");
 #ifndef _WIN32
     fs::create_symlink("/dev/null", folder / "device.wav");
@@ -110,7 +105,7 @@ TEST_F(SoundTest, SinksRefuseWhatCannotBeWrittenBeforeTouchingAnything) {
         EXPECT_THAT(open, testing::ThrowsMessage<SoundError>(AllOf(HasSubstr("cannot write "), HasSubstr(reason))));
     }
     fs::remove(folder / "device.wav");
-    EXPECT_THAT(FileNames(), ElementsAre("a.wav", "folder.wav"));
+    EXPECT_EQ(NumFiles(), 2);
     EXPECT_EQ(ReadBytes(folder / "a.wav"), "old");
 }
 
