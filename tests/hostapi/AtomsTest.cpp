@@ -6,12 +6,6 @@
 namespace velmotest {
 namespace {
 
-t_atom SymbolAtom(const char* text) {
-    t_atom atom;
-    atom_setsym(&atom, gensym(text));
-    return atom;
-}
-
 t_atom FloatAtom(double value) {
     t_atom atom;
     atom_setfloat(&atom, value);
@@ -21,20 +15,21 @@ t_atom FloatAtom(double value) {
 TEST(Atoms, BecomeNumbersByCuttingWideningAndReading) {
     constexpr t_atom_long top = std::numeric_limits<t_atom_long>::max();
     const struct {
-        t_atom atom;
+        const char* text;
         t_atom_long asLong;
         double asFloat;
     } rows[] = {
-        {FloatAtom(2.9), 2, 2.9},   {FloatAtom(-2.9), -2, -2.9},      {FloatAtom(1e300), top, 1e300},
-        {SymbolAtom("17"), 17, 17}, {SymbolAtom("-1.5e1"), -15, -15}, {SymbolAtom("17 apples"), 0, 0},
-        {SymbolAtom("inf"), 0, 0},  {SymbolAtom(""), 0, 0},           {t_atom{}, 0, 0},
+        {"2.9", 2, 2.9},          {"-2.9", -2, -2.9},      {"1e300", top, 1e300}, {"\"17\"", 17, 17},
+        {"\"-1.5e1\"", -15, -15}, {"\"17 apples\"", 0, 0}, {"inf", 0, 0},         {"\"\"", 0, 0},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(atom_getlong(&row.atom), row.asLong) << AtomsToText(1, &row.atom);
-        EXPECT_EQ(atom_getfloat(&row.atom), row.asFloat) << AtomsToText(1, &row.atom);
+        const t_atom atom = ParseAtoms(row.text).front();
+        EXPECT_EQ(atom_getlong(&atom), row.asLong) << row.text;
+        EXPECT_EQ(atom_getfloat(&atom), row.asFloat) << row.text;
     }
-    const t_atom nan = FloatAtom(NAN);
+    const t_atom nan = FloatAtom(NAN), nothing{};
     EXPECT_EQ(atom_getlong(&nan), 0);
+    EXPECT_EQ(atom_getlong(&nothing), 0);
     EXPECT_EQ(atom_getsym(&nan), gensym(""));
     EXPECT_EQ(atom_getobj(&nan), nullptr);
     t_atom_long unwritten = -1;
@@ -63,18 +58,6 @@ TEST(AtomText, IsReadByTheRulesOfABox) {
         for (const t_atom& atom : atoms) types += atom.a_type == A_SYM ? 's' : atom.a_type == A_LONG ? 'l' : 'f';
         EXPECT_EQ(types, row.types) << row.text;
         EXPECT_EQ(AtomsToText(static_cast<long>(atoms.size()), atoms.data(), plain), row.values) << row.text;
-    }
-}
-
-TEST(AtomText, ReadsBackAsTheSameAtoms) {
-    std::vector<t_atom> atoms = ParseAtoms("foo 7 \"7\" \"two words\" \"\" say\\\"so\\\\ -3");
-    for (const double value : {0.5, 2.0, 1e20, 1.0 / 3.0, 1e-300, 123456789.125, -0.0})
-        atoms.push_back(FloatAtom(value));
-    const std::vector<t_atom> read = ParseAtoms(AtomsToText(static_cast<long>(atoms.size()), atoms.data()));
-    ASSERT_EQ(read.size(), atoms.size());
-    for (std::size_t i = 0; i < atoms.size(); ++i) {
-        EXPECT_EQ(read[i].a_type, atoms[i].a_type) << i;
-        EXPECT_EQ(read[i].a_w.w_long, atoms[i].a_w.w_long) << i;  // same bits, whatever the type
     }
 }
 

@@ -53,9 +53,7 @@ protected:
 
     void TearDown() override { class_free(thingClass); }
 
-    static Owned<t_object> Create(const char* arguments, t_object* box = nullptr, t_object* patcher = nullptr) {
-        return CreateOf(thingClass, arguments, box, patcher);
-    }
+    Owned<t_object> Create(const char* arguments) { return CreateOf(thingClass, arguments); }
 
     CapturedWindow window;
 };
@@ -82,7 +80,7 @@ TEST_F(Creation, SaysWhatItCanNotUse) {
 
 TEST_F(Creation, LeadsToBoxAndPatcherThroughSymbolsThenThroughTheObex) {
     const Owned<t_dictionary> box(dictionary_new()), patcher(dictionary_new());
-    const auto x = Create("", &box->d_obj, &patcher->d_obj);
+    const auto x = CreateOf(thingClass, "", &box->d_obj, &patcher->d_obj);
     EXPECT_EQ(boxSeen, &box->d_obj);
     EXPECT_EQ(patcherSeen, &patcher->d_obj);
     EXPECT_EQ(gensym("#B")->s_thing, nullptr);
