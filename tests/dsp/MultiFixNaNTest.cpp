@@ -9,8 +9,6 @@
 namespace velmodsp {
 namespace {
 
-using Samples = std::vector<float>;
-
 struct Recorder : FixNaNListener {
     void NaNOccured(const String& channelName) override { heard.push_back(channelName.Str()); }
     std::vector<std::string> heard;
@@ -24,19 +22,6 @@ struct Thrower : FixNaNListener {
 struct Engine : MultiFixNaN {
     explicit Engine(unsigned int n) : MultiFixNaN(n) { SetInletsAndOutletsStatus(std::vector<short>(2 * n, 1).data()); }
 };
-
-TEST(MultiFixNaN, RepairsEveryConnectedChannelOnItsOwnAndClearsTheOthers) {
-    Engine engine(3);
-    const short count[]{0, 1, 1, 1, 1, 1};
-    engine.SetInletsAndOutletsStatus(count);
-    Block<float> in({{1, 1, 1}, {NAN, 2, NAN}, {3, INFINITY, 4}}), out(3, 3, 9.0f);
-    engine.Process(out.Outs(), in.Ins(), 3);
-    EXPECT_EQ(out.channels, (std::vector<Samples>{{0, 0, 0}, {0, 2, 2}, {3, 3, 4}}));
-    engine.SetMode("givenvalue");
-    engine.SetReplacementValue(0.25f);
-    engine.Process(out.Outs(), in.Ins(), 3);
-    EXPECT_EQ(out.channels, (std::vector<Samples>{{0, 0, 0}, {0.25f, 2, 0.25f}, {3, 0.25f, 4}}));
-}
 
 TEST(MultiFixNaN, NamesEachChannelOnceUntilReset) {
     Engine engine(250);

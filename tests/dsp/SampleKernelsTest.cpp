@@ -208,23 +208,6 @@ TEST(SampleKernels, AgreeBitForBitForEveryLengthAndAlignment) {
     });
 }
 
-TEST(SampleKernels, HoldTheLastValueThroughRunsAcrossBlocks) {
-    const Floats signal = Signal(50000, 1);
-    Floats expected;
-    float last = 0.5f;
-    for (float x : signal) expected.push_back(last = std::isfinite(x) ? x : last);
-    for (const SampleKernels* kernels : SampleKernels::Available()) {
-        std::mt19937 random(2);
-        Floats repaired(signal.size());
-        last = 0.5f;
-        for (unsigned long start = 0, n; start < signal.size(); start += n) {
-            n = std::min(static_cast<unsigned long>(random() % 100), static_cast<unsigned long>(signal.size()) - start);
-            last = kernels->replaceByLastValue(&repaired[start], &signal[start], n, last);
-        }
-        EXPECT_EQ(BytesOf(repaired), BytesOf(expected)) << kernels->name;
-    }
-}
-
 const float repairedWhileLoading = [] {
     float samples[]{1.5f, NAN};
     SampleKernels::Active().replaceByLastValue(samples, samples, 2, 0.0f);
