@@ -24,14 +24,8 @@ using Samples = std::vector<float>;
 constexpr float Untouched = 77.0f;
 const std::string notWav = " is not a valid WAV file", notAiff = " is not a valid AIFF file";
 
-Bytes Riff(const Bytes& chunks) { return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks; }
-
 Bytes Wav(unsigned int tag, unsigned int channels, unsigned int bits, const Bytes& data) {
     return Riff(WavFormat(tag, channels, 48000, bits) + RiffChunk("data", data));
-}
-
-Bytes Form(const std::string& type, const Bytes& chunks) {
-    return Text("FORM") + Be32(4 + chunks.size()) + Text(type) + chunks;
 }
 
 class AudioFileReading : public testing::Test {
@@ -58,39 +52,6 @@ protected:
 
     TempFolder folder;
 };
-
-TEST_F(AudioFileReading, EveryDepthAndByteOrderGivesItsSamples) {
-    const float step16 = 0x1p-15f, step24 = 0x1p-23f, signalling = std::bit_cast<float>(0x7FA00001u);
-    const Bytes little32 = {0, 0, 0, 0x80, 0, 0, 0, 0x40, 0, 1, 0, 0};
-    const Bytes big32 = {0x80, 0, 0, 0, 0x40, 0, 0, 0, 0, 0, 1, 0};
-    const struct {
-        const char* what;
-        Bytes file;
-        Samples samples;
-    } rows[] = {
-        {"WAV 8", Wav(1, 1, 8, {0x00, 0x80, 0xFF}), {-1, 0, 127.0f / 128}},
-        {"WAV 16", Wav(1, 1, 16, {0x00, 0x80, 0x01, 0x00, 0xFF, 0x7F}), {-1, step16, 1 - step16}},
-        {"WAV 24", Wav(1, 1, 24, {0, 0, 0x80, 1, 0, 0, 0xFF, 0xFF, 0x7F}), {-1, step24, 1 - step24}},
-        {"WAV 32", Wav(1, 1, 32, little32), {-1, 0.5f, 0x1p-23f}},
-        {"WAV float", Wav(3, 1, 32, Le32(0xBFC00000) + Le32(0x7FA00001)), {-1.5f, signalling}},
-        {"AIFF 8", Form("AIFF", AiffCommon(1, 3, 8) + AiffSound({0x80, 0x00, 0x7F})), {-1, 0, 127.0f / 128}},
-        {"AIFF 16", Form("AIFF", AiffCommon(1, 2, 16) + AiffSound({0x80, 0x00, 0x00, 0x01})), {-1, step16}},
-        {"AIFF 24", Form("AIFF", AiffCommon(1, 2, 24) + AiffSound({0x80, 0, 0, 0, 0, 1})), {-1, step24}},
-        {"AIFF 32", Form("AIFF", AiffCommon(1, 3, 32) + AiffSound(big32)), {-1, 0.5f, 0x1p-23f}},
-        {"sowt 16", Form("AIFC", AiffCommon(1, 2, 16, "sowt") + AiffSound({0x00, 0x80, 0x01, 0x00})), {-1, step16}},
-        {"sowt 8", Form("AIFC", AiffCommon(1, 1, 8, "sowt") + AiffSound({0x80})), {-1}},
-        {"twos 16", Form("AIFC", AiffCommon(1, 1, 16, "twos") + AiffSound({0x40, 0x00})), {0.5f}},
-        {"FL32", Form("AIFC", AiffCommon(1, 1, 32, "FL32") + AiffSound({0xBF, 0xC0, 0, 0})), {-1.5f}},
-        {"fl32", Form("AIFC", AiffCommon(1, 1, 32, "fl32") + AiffSound({0x7F, 0x80, 0, 0})), {INFINITY}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        const auto reader = Open(row.file);
-        EXPECT_GE(reader->GetLengthInSamples(), row.samples.size());
-        const Samples samples = Read(*reader, row.samples.size());
-        EXPECT_EQ(std::memcmp(samples.data(), row.samples.data(), samples.size() * sizeof(float)), 0);
-    }
-}
 
 TEST_F(AudioFileReading, ExtensibleFormatsAreToldByTheirIdentifier) {
     const Bytes& tail = SubFormatTail;
@@ -120,16 +81,6 @@ TEST_F(AudioFileReading, ChunksAreFoundByTheFormatsOwnPadding) {
                               AiffChunk("odd!", {1}) + AiffCommon(1, 1, 8)));
     EXPECT_EQ(aiff->GetSampleRate(), 44100.0);
     EXPECT_THAT(Read(*aiff, 1), ElementsAre(0.5f));
-}
-
-TEST_F(AudioFileReading, BeyondTheLastFrameThereIsSilence) {
-    const Bytes loud(40, 0xC0);
-    const auto reader = Open(Riff(WavFormat(1, 2, 48000, 8) + RiffChunk("data", loud) + RiffChunk("LIST", loud)));
-    Samples expected(100, 0.0f);
-    std::fill_n(expected.begin(), 10, 0.5f);
-    EXPECT_EQ(Read(*reader, 100, 10, 1), expected);
-    for (unsigned long long start : {20ull, ~0ull, ~0ull - 3})
-        EXPECT_THAT(Read(*reader, 8, start), Each(0.0f)) << start;
 }
 
 TEST_F(AudioFileReading, WhatATruncatedFileLacksIsSilence) {
@@ -198,15 +149,6 @@ TEST_F(AudioFileReading, SpansBeyondEitherSideAreRefused) {
     EXPECT_TRUE(reader->ReadSamples(buffer, 2, 3, 1, 1, 1));
     constexpr float o = Untouched;
     EXPECT_THAT(Samples(all, all + 12), ElementsAre(o, 0.5f, 0.5f, o, o, -0.5f, -0.5f, o, o, o, o, -0.5f));
-}
-
-TEST_F(AudioFileReading, RawReadsSkipNullChannelsAndSilenceFurtherOnes) {
-    const auto reader = Open(Wav(1, 2, 8, {0xC0, 0x40}));
-    int right[2] = {1, 1}, further[2] = {1, 1};
-    int* channels[] = {nullptr, right, further, nullptr};
-    EXPECT_TRUE(reader->readSamples(channels, 2, 0));
-    EXPECT_THAT(right, ElementsAre(-0x40000000, 0));
-    EXPECT_THAT(further, ElementsAre(0, 0));
 }
 
 TEST_F(AudioFileReading, Rf64TakesItsSizesFromTheDs64Chunk) {

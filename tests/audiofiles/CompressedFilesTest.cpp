@@ -79,7 +79,8 @@ double SignalToErrorRatio(const SourceSound& sound, const Channels& decoded) {
 }
 
 TEST_F(CompressedFiles, HoldWhatTheEncoderWasGiven) {
-    const SourceSound music = Music(44100, 16, 2, NumFrames), fine = Music(96000, 24, 2, 30000);
+    const SourceSound music = Music(44100, 16, 2, NumFrames), fine = Music(96000, 24, 2, 30000),
+                      studio = Music(48000, 16, 2, NumFrames);
     const struct {
         const SourceSound& sound;
         std::string command, name;
@@ -90,6 +91,7 @@ TEST_F(CompressedFiles, HoldWhatTheEncoderWasGiven) {
         {music, "flac -s in.wav", "in.flac", "FLAC File", ".flac", 16, INFINITY},
         {fine, "flac -s -f in.wav", "in.flac", "FLAC File", ".flac", 24, INFINITY},
         {music, "oggenc -Q -q 6 in.wav", "in.ogg", "Ogg Vorbis File", ".ogg", 32, 35},
+        {studio, "opusenc --quiet --bitrate 192 in.wav a.opus", "a.opus", "Ogg Opus File", ".opus", 32, 33},
         {music, "lame --quiet -b 192 in.wav 192.MP3", "192.MP3", "MP3 File", ".mp3", 32, 28},
         {music, "lame --quiet -V 2 in.wav v2.mp3", "v2.mp3", "MP3 File", ".mp3", 32, 40},
     };
@@ -109,13 +111,7 @@ TEST_F(CompressedFiles, HoldWhatTheEncoderWasGiven) {
 }
 
 TEST_F(CompressedFiles, OpusIsDecodedAtItsOwnRateWhateverItWasMadeFrom) {
-    const SourceSound music = Music(48000, 16, 2, NumFrames), voice = Voice(16000, 20000);
-    const auto reader = Encode(music, "opusenc --quiet --bitrate 192 in.wav a.opus", "a.opus");
-    EXPECT_EQ(reader->GetFormat(), "Ogg Opus File");
-    ASSERT_EQ(reader->GetLengthInSamples(), NumFrames);
-    EXPECT_GE(SignalToErrorRatio(music, Read(*reader, NumFrames)), 33);
-
-    const auto telephone = Encode(voice, "opusenc --quiet in.wav b.opus", "b.opus");
+    const auto telephone = Encode(Voice(16000, 20000), "opusenc --quiet in.wav a.opus", "a.opus");
     EXPECT_EQ(telephone->GetSampleRate(), 48000);
     EXPECT_EQ(telephone->GetLengthInSamples(), 60000u);
 }

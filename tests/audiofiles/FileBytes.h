@@ -54,6 +54,13 @@ inline Bytes AiffChunk(const std::string& id, const Bytes& content) {
     return Text(id) + Be32(content.size()) + content;
 }
 
+/// A whole file of these chunks.
+inline Bytes Riff(const Bytes& chunks) { return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks; }
+
+inline Bytes Form(const std::string& type, const Bytes& chunks) {
+    return Text("FORM") + Be32(4 + chunks.size()) + Text(type) + chunks;
+}
+
 /// 44100 Hz as an 80-bit number.
 const Bytes Rate44100 = {0x40, 0x0E, 0xAC, 0x44, 0, 0, 0, 0, 0, 0};
 

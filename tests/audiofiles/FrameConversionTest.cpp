@@ -30,7 +30,7 @@ constexpr struct Shape {
 constexpr float Untouched = 77.0f;
 
 struct Encoding {
-    const char* name;
+    const char* name;  // of an AIFF file that is read: its compression
     bool isAiff, isFloat, isLittleEndian;
     unsigned int size;  // bytes
 };
@@ -60,14 +60,11 @@ Samples DecodedBy(const Encoding& encoding, const Bytes& data) {
 Bytes SoundFile(const Encoding& encoding, const Shape& shape, const Bytes& data) {
     const unsigned int bits = 8 * encoding.size;
     if (encoding.isAiff) {
-        const char* const compression = encoding.isFloat ? "FL32" : encoding.isLittleEndian ? "sowt" : "NONE";
-        const Bytes chunks =
-            AiffCommon(shape.numChannels, static_cast<unsigned int>(shape.numFrames), bits, compression) +
-            AiffSound(data);
-        return Text("FORM") + Be32(4 + chunks.size()) + Text("AIFC") + chunks;
+        const auto numFrames = static_cast<unsigned int>(shape.numFrames);
+        return Form("AIFC", AiffCommon(shape.numChannels, numFrames, bits, encoding.name) + AiffSound(data));
     }
-    const Bytes chunks = WavFormat(encoding.isFloat ? 3 : 1, shape.numChannels, 48000, bits) + RiffChunk("data", data);
-    return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks;
+    return Riff(WavFormat(encoding.isFloat ? 3 : 1, shape.numChannels, 48000, bits) + RiffChunk("data", data) +
+                RiffChunk("LIST", {0x40, 0x40}));
 }
 
 int BitsOf(float sample) { return std::bit_cast<int>(sample); }
@@ -89,15 +86,17 @@ void ExpectRead(AudioFileReader& reader, const Samples& expected, unsigned long 
             channel[i + 3] = start + i < reader.GetLengthInSamples() ? expected[(start + i) * channels + k] : 0.0f;
         ASSERT_TRUE(AreSame(buffer.GetChannel(k), channel.data(), n + 6)) << "channel " << k;
     }
-    // The last channel alone, as the words that the floats were made of.
-    std::vector<int> words(n);
-    std::vector<int*> channelPointers(channels + 1, nullptr);
+    // The last channel alone, as the words that the floats were made of, and one that the file does not have.
+    std::vector<int> words(n), further(n, 1);
+    std::vector<int*> channelPointers(channels + 2, nullptr);
     channelPointers[channels - 1] = words.data();
+    channelPointers[channels] = further.data();
     ASSERT_TRUE(reader.readSamples(channelPointers.data(), n, start));
     const float* const floats = buffer.GetChannel(channels - 1) + 3;
     for (unsigned long i = 0; i < n; ++i)
         ASSERT_EQ(reader.UsesFloatingPointData() ? words[i] : BitsOf(static_cast<float>(words[i] * 0x1p-31)),
                   BitsOf(floats[i]));
+    ASSERT_EQ(further, std::vector<int>(n));
 }
 
 TEST(FrameConversion, ReadsEveryEncodingFromAnyFrameOn) {
@@ -108,14 +107,19 @@ TEST(FrameConversion, ReadsEveryEncodingFromAnyFrameOn) {
                                      {"WAV 24", false, false, true, 3},
                                      {"WAV 32", false, false, true, 4},
                                      {"WAV float", false, true, true, 4},
-                                     {"AIFF 8", true, false, false, 1},
-                                     {"AIFF 16", true, false, false, 2},
-                                     {"AIFF 24", true, false, false, 3},
-                                     {"AIFF 32", true, false, false, 4},
-                                     {"AIFF float", true, true, false, 4},
-                                     {"sowt 24", true, false, true, 3}}) {
+                                     {"NONE", true, false, false, 1},
+                                     {"NONE", true, false, false, 2},
+                                     {"NONE", true, false, false, 3},
+                                     {"NONE", true, false, false, 4},
+                                     {"FL32", true, true, false, 4},
+                                     {"fl32", true, true, false, 4},
+                                     {"twos", true, false, false, 2},
+                                     {"sowt", true, false, true, 1},
+                                     {"sowt", true, false, true, 2},
+                                     {"sowt", true, false, true, 3}}) {
         for (const Shape& shape : Shapes) {
-            SCOPED_TRACE(testing::Message() << encoding.name << ", " << shape.numChannels << " channels");
+            SCOPED_TRACE(testing::Message()
+                         << encoding.name << ", " << encoding.size << " bytes, " << shape.numChannels << " channels");
             Bytes data(shape.numFrames * shape.numChannels * encoding.size);
             for (unsigned char& byte : data) byte = static_cast<unsigned char>(random());
             WriteBytes(folder / "sound", SoundFile(encoding, shape, data));
@@ -151,7 +155,8 @@ Bytes EncodedBy(const Encoding& encoding, const Samples& samples) {
 Samples Interleaved(std::size_t n) {
     constexpr float infinity = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
     constexpr float edges[] = {0.0f,     -0.0f,     1.0f, -1.0f, 0x1.fffffep-1f, -0x1.fffffep-1f, 0x1p-32f, -0x1.8p-31f,
-                               infinity, -infinity, nan,  -nan,  0x1.000002p0f,  -0x1.000002p0f,  1e-42f,   3e38f};
+                               infinity, -infinity, nan,  -nan,  0x1.000002p0f,  -0x1.000002p0f,  1e-42f,   3e38f,
+                               0x1p-31f, -0x1p-31f, 1.5f, -1.5f, 0x1.8p-31f,     0x1.4p-30f};
     std::mt19937 random(2);
     Samples samples(n);
     for (float& sample : samples) {

@@ -33,8 +33,7 @@ struct SourceSound {
 
     Bytes Wav() const {
         const auto count = static_cast<unsigned int>(channels.size());
-        const Bytes chunks = WavFormat(1, count, rate, bits) + RiffChunk("data", Frames());
-        return Text("RIFF") + Le32(4 + chunks.size()) + Text("WAVE") + chunks;
+        return Riff(WavFormat(1, count, rate, bits) + RiffChunk("data", Frames()));
     }
 
     /// A file in the Core Audio Format, whose numbers are big-endian while its samples need not be.
