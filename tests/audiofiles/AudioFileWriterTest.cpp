@@ -62,13 +62,11 @@ protected:
         return MessageOf([&] { Create(name, rate, channels, bits); });
     }
 
-    /// What channel `channel` of the file holds.
-    std::vector<float> ReadAll(const std::string& name, unsigned int channel) {
-        const auto reader = AudioFileReader::CreateReaderFor(File(String(folder / name)));
-        const auto n = static_cast<unsigned long>(reader->GetLengthInSamples());
-        AudioBuffer samples(reader->GetNumChannels(), n, true);
-        EXPECT_TRUE(reader->ReadSamples(samples, 0, n, 0));
-        return {samples.GetChannel(channel), samples.GetChannel(channel) + n};
+    /// What the first channel of the file holds.
+    std::vector<float> ReadAll(const std::string& name) {
+        AudioBuffer samples(1, 1, true);
+        EXPECT_TRUE(samples.LoadFromAudioFile(File(String(folder / name))));
+        return {samples.GetChannel(0), samples.GetChannel(0) + samples.GetNumSamples()};
     }
 
     TempFolder folder;
@@ -207,9 +205,9 @@ TEST_F(AudioFileWriting, AfterAFailedWriteTheFileHoldsWhatWasWrittenBefore) {
             EXPECT_FALSE(writer->WriteSamples(*Repeated(1, std::vector(20000, 0.25f)), 0, 20000));
             EXPECT_FALSE(writer->WriteSamples(*Repeated(1, {0.25f}), 0, 1));
             EXPECT_TRUE(writer->HasFailed());
-            EXPECT_EQ(ReadAll(name, 0), expected) << name;
+            EXPECT_EQ(ReadAll(name), expected) << name;
         }
-        EXPECT_EQ(ReadAll(name, 0), expected) << name;
+        EXPECT_EQ(ReadAll(name), expected) << name;
     }
 }
 #endif
