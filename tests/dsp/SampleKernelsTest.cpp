@@ -135,24 +135,19 @@ std::vector<std::string> Results(const SampleKernels& kernels, std::size_t n, st
     const Floats signal = Signal(n, seed);
     unsigned long numPassed = 0;
     float last = 0;
-    const auto passFinite = [&](float* out, const float* in, unsigned long length) {
-        numPassed = kernels.passFinite(out, in, length);
-    };
-    const auto replaceByGivenValue = [&](float* out, const float* in, unsigned long length) {
-        kernels.replaceByGivenValue(out, in, length, FloatOf(0xffa00001));
-    };
-    const auto replaceByLastValue = [&](float* out, const float* in, unsigned long length) {
-        last = kernels.replaceByLastValue(out, in, length, -0.25f);
-    };
     std::vector<std::string> results{Run<float>(HostSignal(n, seed), inOffset, outOffset, kernels.narrow),
                                      Run<double>(signal, inOffset, outOffset, kernels.widen)};
     const auto add = [&](const auto& kernel) {
         results.push_back(Run<float>(signal, inOffset, outOffset, kernel));
         results.push_back(RunInPlace(signal, inOffset, kernel));
     };
-    add(passFinite);
-    add(replaceByGivenValue);
-    add(replaceByLastValue);
+    add([&](float* out, const float* in, unsigned long length) { numPassed = kernels.passFinite(out, in, length); });
+    add([&](float* out, const float* in, unsigned long length) {
+        kernels.replaceByGivenValue(out, in, length, FloatOf(0xffa00001));
+    });
+    add([&](float* out, const float* in, unsigned long length) {
+        last = kernels.replaceByLastValue(out, in, length, -0.25f);
+    });
     results.push_back(std::to_string(numPassed));
     results.push_back(BytesOf(Floats{last}));
     return results;

@@ -75,27 +75,13 @@ TEST_F(MatFileWriting, EveryBitOfEveryShapeComesBack) {
 }
 
 TEST_F(MatFileWriting, BytesOfAFile) {
-    Matrix<double> two(2, 1);
-    two(0, 0) = 1.0;
-    MatFileWriter writer(file, false);
-    EXPECT_TRUE(writer.Write("name", Matrix<float>(1, 1)));
-    EXPECT_TRUE(writer.Write("gains", two));
-    EXPECT_TRUE(writer.Write("a", Matrix<float>(1, 3)));
-
+    EXPECT_TRUE(MatFileWriter(file, false).Write("name", Matrix<float>(1, 1)));
     const std::string text = "MATLAB 5.0 MAT-file, written by velmodsp";
-    const std::string flags = "\x06\0\0\0\x08\0\0\0"s, size = "\x05\0\0\0\x08\0\0\0"s;
     EXPECT_EQ(ReadBytes(path), text + std::string(116 - text.size(), ' ') + std::string(8, '\0') + "\x00\x01IM"s +
                                    // 48 bytes: class single, size, a name and an element that just fit their tags
-                                   "\x0E\0\0\0\x30\0\0\0"s + flags + "\x07\0\0\0\0\0\0\0"s + size +
-                                   "\x01\0\0\0\x01\0\0\0"s + "\x01\0\x04\0name"s + "\x07\0\x04\0\0\0\0\0"s +
-                                   // 72 bytes: class double, a name behind its tag and padded to 8 bytes
-                                   "\x0E\0\0\0\x48\0\0\0"s + flags + "\x06\0\0\0\0\0\0\0"s + size +
-                                   "\x02\0\0\0\x01\0\0\0"s + "\x01\0\0\0\x05\0\0\0gains\0\0\0"s +
-                                   "\x09\0\0\0\x10\0\0\0"s + "\0\0\0\0\0\0\xF0\x3F"s + std::string(8, '\0') +
-                                   // 64 bytes: three elements padded to 8 bytes
-                                   "\x0E\0\0\0\x40\0\0\0"s + flags + "\x07\0\0\0\0\0\0\0"s + size +
-                                   "\x01\0\0\0\x03\0\0\0"s + "\x01\0\x01\0a\0\0\0"s + "\x07\0\0\0\x0C\0\0\0"s +
-                                   std::string(16, '\0'));
+                                   "\x0E\0\0\0\x30\0\0\0"s + "\x06\0\0\0\x08\0\0\0\x07\0\0\0\0\0\0\0"s +
+                                   "\x05\0\0\0\x08\0\0\0\x01\0\0\0\x01\0\0\0"s + "\x01\0\x04\0name"s +
+                                   "\x07\0\x04\0\0\0\0\0"s);
 }
 
 TEST_F(MatFileWriting, RefusesWhatDoesNotFitTheFormatAndTouchesNothing) {
@@ -128,10 +114,6 @@ TEST_F(MatFileWriting, AFailedWriteIsToldAndLeavesWholeVariables) {
     EXPECT_FALSE(writer.Write("later", small));
     EXPECT_THAT(ReadMatFile(path), ElementsAre(Variable("small", small)));
     EXPECT_EQ(std::filesystem::file_size(path), 128u + 8 + 88) << "nothing of the large one is left";
-
-    const File other((folder / "other.mat").c_str());
-    EXPECT_FALSE(large.SaveAsMatFile(other, "large", false));
-    EXPECT_FALSE(other.ExistsAsFile());
     EXPECT_FALSE(small.SaveAsMatFile(File(""), "small", false));
 }
 
