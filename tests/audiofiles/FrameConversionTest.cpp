@@ -30,20 +30,25 @@ constexpr struct Shape {
 constexpr float Untouched = 77.0f;
 
 struct Encoding {
-    const char* name;  // of an AIFF file that is read: its compression
-    bool isAiff, isFloat, isLittleEndian;
+    std::string type;   // "WAV", or the compression of an AIFF-C file
     unsigned int size;  // bytes
+    bool isFloat = false;
+
+    bool IsAiff() const { return type != "WAV"; }
+    /// Where the byte of that significance, 0 to `size` - 1, stands in a sample.
+    unsigned int Place(unsigned int significance) const {
+        return type == "WAV" || type == "sowt" ? significance : size - 1 - significance;
+    }
+    bool IsUnsigned() const { return size == 1 && !IsAiff(); }
 };
 
 /// The integer or the bits of the float that the `size` bytes of a sample stand for.
 std::int64_t ValueOf(const Encoding& encoding, const unsigned char* bytes) {
     std::int64_t value = 0;
-    for (unsigned int i = 0; i < encoding.size; ++i)
-        value = value * 256 + bytes[encoding.isLittleEndian ? encoding.size - 1 - i : i];
+    for (unsigned int i = encoding.size; i-- > 0;) value = value * 256 + bytes[encoding.Place(i)];
     if (encoding.isFloat) return value;
     const std::int64_t half = std::int64_t{1} << (8 * encoding.size - 1);
-    const bool isUnsigned = encoding.size == 1 && !encoding.isAiff;
-    return isUnsigned ? value - half : value < half ? value : value - 2 * half;
+    return encoding.IsUnsigned() ? value - half : value < half ? value : value - 2 * half;
 }
 
 Samples DecodedBy(const Encoding& encoding, const Bytes& data) {
@@ -59,9 +64,9 @@ Samples DecodedBy(const Encoding& encoding, const Bytes& data) {
 
 Bytes SoundFile(const Encoding& encoding, const Shape& shape, const Bytes& data) {
     const unsigned int bits = 8 * encoding.size;
-    if (encoding.isAiff) {
+    if (encoding.IsAiff()) {
         const auto numFrames = static_cast<unsigned int>(shape.numFrames);
-        return Form("AIFC", AiffCommon(shape.numChannels, numFrames, bits, encoding.name) + AiffSound(data));
+        return Form("AIFC", AiffCommon(shape.numChannels, numFrames, bits, encoding.type) + AiffSound(data));
     }
     return Riff(WavFormat(encoding.isFloat ? 3 : 1, shape.numChannels, 48000, bits) + Text("data") + Le32(data.size()) +
                 data);
@@ -102,24 +107,13 @@ void ExpectRead(AudioFileReader& reader, const Samples& expected, unsigned long 
 TEST(FrameConversion, ReadsEveryEncodingFromAnyFrameOnAsFarAsTheFileGoes) {
     const TempFolder folder;
     std::mt19937 random(1);
-    for (const Encoding& encoding : {Encoding{"WAV 8", false, false, true, 1},
-                                     {"WAV 16", false, false, true, 2},
-                                     {"WAV 24", false, false, true, 3},
-                                     {"WAV 32", false, false, true, 4},
-                                     {"WAV float", false, true, true, 4},
-                                     {"NONE", true, false, false, 1},
-                                     {"NONE", true, false, false, 2},
-                                     {"NONE", true, false, false, 3},
-                                     {"NONE", true, false, false, 4},
-                                     {"FL32", true, true, false, 4},
-                                     {"fl32", true, true, false, 4},
-                                     {"twos", true, false, false, 2},
-                                     {"sowt", true, false, true, 1},
-                                     {"sowt", true, false, true, 2},
-                                     {"sowt", true, false, true, 3}}) {
+    const Encoding encodings[] = {{"WAV", 1},        {"WAV", 2},  {"WAV", 3},  {"WAV", 4},  {"WAV", 4, true},
+                                  {"NONE", 1},       {"NONE", 2}, {"NONE", 3}, {"NONE", 4}, {"FL32", 4, true},
+                                  {"fl32", 4, true}, {"twos", 2}, {"sowt", 1}, {"sowt", 2}, {"sowt", 3}};
+    for (const Encoding& encoding : encodings) {
         for (const Shape& shape : Shapes) {
             SCOPED_TRACE(testing::Message()
-                         << encoding.name << ", " << encoding.size << " bytes, " << shape.numChannels << " channels");
+                         << encoding.type << ", " << encoding.size << " bytes, " << shape.numChannels << " channels");
             Bytes data(shape.numFrames * shape.numChannels * encoding.size);
             for (unsigned char& byte : data) byte = static_cast<unsigned char>(random());
             Bytes file = SoundFile(encoding, shape, data);
@@ -152,11 +146,9 @@ Bytes EncodedBy(const Encoding& encoding, const Samples& samples) {
     Bytes data;
     for (const float sample : samples) {
         std::int64_t value = encoding.isFloat ? BitsOf(sample) : IntegerFor(sample, encoding.size);
-        if (encoding.size == 1 && !encoding.isAiff) value += 128;
-        for (unsigned int i = 0; i < encoding.size; ++i) {
-            const unsigned int place = encoding.isLittleEndian ? i : encoding.size - 1 - i;
-            data.push_back(static_cast<unsigned char>(value >> 8 * place));
-        }
+        if (encoding.IsUnsigned()) value += 128;
+        for (unsigned int i = 0; i < encoding.size; ++i)
+            data.push_back(static_cast<unsigned char>(value >> 8 * encoding.Place(i)));
     }
     return data;
 }
@@ -193,23 +185,19 @@ bool WriteWords(AudioFileWriter& writer, const AudioBuffer& buffer, unsigned lon
 
 TEST(FrameConversion, WritesEveryEncodingInAnyBlocks) {
     const TempFolder folder;
-    for (const Encoding& encoding : {Encoding{"a8.wav", false, false, true, 1},
-                                     {"a16.wav", false, false, true, 2},
-                                     {"a24.wav", false, false, true, 3},
-                                     {"a32.wav", false, true, true, 4},
-                                     {"a8.aiff", true, false, false, 1},
-                                     {"a16.aiff", true, false, false, 2},
-                                     {"a24.aiff", true, false, false, 3},
-                                     {"a32.aiff", true, false, false, 4}}) {
+    const Encoding encodings[] = {{"WAV", 1},  {"WAV", 2},  {"WAV", 3},  {"WAV", 4, true},
+                                  {"NONE", 1}, {"NONE", 2}, {"NONE", 3}, {"NONE", 4}};
+    for (const Encoding& encoding : encodings) {
         for (const Shape& shape : Shapes) {
-            SCOPED_TRACE(testing::Message() << encoding.name << ", " << shape.numChannels << " channels");
             const unsigned int channels = shape.numChannels;
+            const std::string path = folder / (std::to_string(channels) + " channels of " +
+                                               std::to_string(encoding.size) + (encoding.IsAiff() ? ".aiff" : ".wav"));
+            SCOPED_TRACE(path);
             const Samples samples = Interleaved(shape.numFrames * channels);
             AudioBuffer buffer(channels, shape.numFrames, true);
             for (std::size_t i = 0; i < samples.size(); ++i)
                 buffer.GetChannel(static_cast<unsigned int>(i % channels))[i / channels] = samples[i];
 
-            const std::string path = folder / (std::to_string(channels) + encoding.name);
             auto writer = AudioFileWriter::CreateWriterFor(File(String(path)), 48000, channels,
                                                            static_cast<int>(8 * encoding.size), false);
             unsigned long start = 0;
@@ -219,7 +207,7 @@ TEST(FrameConversion, WritesEveryEncodingInAnyBlocks) {
             writer.reset();
 
             const Bytes file = ReadBytes(path), expected = EncodedBy(encoding, samples);
-            const std::size_t headerSize = encoding.isAiff ? 54 : 104;
+            const std::size_t headerSize = encoding.IsAiff() ? 54 : 104;
             ASSERT_GE(file.size(), headerSize + expected.size());
             EXPECT_EQ(std::memcmp(&file[headerSize], expected.data(), expected.size()), 0);
         }
