@@ -36,11 +36,21 @@ TEST(MultiFixNaN, TellsItsListenersOfEveryChannel) {
 }
 
 TEST(MultiFixNaN, RepairsTheHostsBlocksInPlaceAndWhatDoesNotFitInto32Bits) {
+    using Channels = std::vector<std::vector<double>>;
     Engine engine(2);
     engine.Configure(48000.0f, 4, true);
-    Block<double> block({{1e300, 0.1, -1e300, NAN}, {5, 6, 7, INFINITY}});
-    engine.Perform(block.Outs(), block.Ins(), 4, 0, 0, 0);
-    EXPECT_EQ(block.channels, (std::vector<std::vector<double>>{{0, 0.1f, 0.1f, 0.1f}, {5, 6, 7, 7}}));
+    const Channels in{{1e300, 0.1, -1e300, NAN}, {5, 6, 7, INFINITY}};
+    const auto perform = [&] {
+        Block<double> block(in);
+        engine.Perform(block.Outs(), block.Ins(), 4, 0, 0, 0);
+        return block.channels;
+    };
+    EXPECT_EQ(perform(), (Channels{{0, 0.1f, 0.1f, 0.1f}, {5, 6, 7, 7}}));
+    engine.SetMode("givenvalue");
+    engine.SetReplacementValue(0.25f);
+    const short secondInlet[]{0, 1, 1, 1};
+    engine.SetInletsAndOutletsStatus(secondInlet);
+    EXPECT_EQ(perform(), (Channels{{0, 0, 0, 0}, {5, 6, 7, 0.25f}}));
     MultiFixNaN(0).Perform(nullptr, nullptr, 4, 0, 0, 0);
 }
 

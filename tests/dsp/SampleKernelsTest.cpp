@@ -82,19 +82,12 @@ Floats Signal(std::size_t n, unsigned int seed) {
     std::mt19937 random(seed);
     Floats signal;
     while (signal.size() < n) {
-        switch (random() % 4) {
-            case 0:
-                for (std::size_t i = random() % 40; i > 0; --i) {
-                    signal.push_back(FloatOf(special[numFinite + random() % (std::size(special) - numFinite)]));
-                }
-                break;
-            case 1:
-                signal.push_back(FloatOf(special[random() % std::size(special)]));
-                break;
-            default:
-                for (std::size_t i = random() % 80; i > 0; --i) {
-                    signal.push_back(static_cast<float>(random()) / 4294967296.0f);
-                }
+        const bool isBad = random() % 3 == 0;
+        for (std::size_t i = random() % 80; i > 0; --i) {
+            const std::size_t first = isBad && random() % 64 != 0 ? numFinite : 0;
+            const bool isSpecial = isBad || random() % 64 == 0;
+            signal.push_back(isSpecial ? FloatOf(special[first + random() % (std::size(special) - first)])
+                                       : static_cast<float>(random()) / 4294967296.0f);
         }
     }
     signal.resize(n);
