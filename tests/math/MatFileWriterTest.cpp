@@ -75,13 +75,18 @@ TEST_F(MatFileWriting, EveryBitOfEveryShapeComesBack) {
 }
 
 TEST_F(MatFileWriting, BytesOfAFile) {
-    EXPECT_TRUE(MatFileWriter(file, false).Write("name", Matrix<float>(1, 1)));
+    MatFileWriter writer(file, false);
+    EXPECT_TRUE(writer.Write("name", Matrix<float>(1, 1)));
+    EXPECT_TRUE(writer.Write("a", Matrix<float>(1, 3)));
     const std::string text = "MATLAB 5.0 MAT-file, written by velmodsp";
+    const std::string isSingle = "\x06\0\0\0\x08\0\0\0\x07\0\0\0\0\0\0\0"s, size = "\x05\0\0\0\x08\0\0\0"s;
     EXPECT_EQ(ReadBytes(path), text + std::string(116 - text.size(), ' ') + std::string(8, '\0') + "\x00\x01IM"s +
-                                   // 48 bytes: class single, size, a name and an element that just fit their tags
-                                   "\x0E\0\0\0\x30\0\0\0"s + "\x06\0\0\0\x08\0\0\0\x07\0\0\0\0\0\0\0"s +
-                                   "\x05\0\0\0\x08\0\0\0\x01\0\0\0\x01\0\0\0"s + "\x01\0\x04\0name"s +
-                                   "\x07\0\x04\0\0\0\0\0"s);
+                                   // 48 bytes: a name and an element that just fit their tags
+                                   "\x0E\0\0\0\x30\0\0\0"s + isSingle + size + "\x01\0\0\0\x01\0\0\0"s +
+                                   "\x01\0\x04\0name"s + "\x07\0\x04\0\0\0\0\0"s +
+                                   // 64 bytes: three elements padded to 8 bytes
+                                   "\x0E\0\0\0\x40\0\0\0"s + isSingle + size + "\x01\0\0\0\x03\0\0\0"s +
+                                   "\x01\0\x01\0a\0\0\0"s + "\x07\0\0\0\x0C\0\0\0"s + std::string(16, '\0'));
 }
 
 TEST_F(MatFileWriting, RefusesWhatDoesNotFitTheFormatAndTouchesNothing) {
