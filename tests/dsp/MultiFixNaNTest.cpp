@@ -23,15 +23,18 @@ struct Engine : MultiFixNaN {
     explicit Engine(unsigned int n) : MultiFixNaN(n) { SetInletsAndOutletsStatus(std::vector<short>(2 * n, 1).data()); }
 };
 
-TEST(MultiFixNaN, TellsItsListenersOfEveryChannel) {
+TEST(MultiFixNaN, NamesEachChannelOnceUntilReset) {
     Engine engine(250);
     Recorder listener, removed;
     for (FixNaNListener* l : {&listener, &removed, &listener}) engine.AddListener(l);
     engine.RemoveListener(&removed);
     Block<float> in(250, 2), out(250, 2);
     in[1][0] = in[249][1] = NAN;
-    engine.Process(out.Outs(), in.Ins(), 2);
+    for (int i = 0; i < 2; ++i) engine.Process(out.Outs(), in.Ins(), 2);
     EXPECT_EQ(listener.heard, (std::vector<std::string>{"Channel #2", "Channel #250"}));
+    engine.Reset();
+    engine.Process(out.Outs(), in.Ins(), 2);
+    EXPECT_EQ(listener.heard.size(), 4u);
     EXPECT_TRUE(removed.heard.empty());
 }
 
