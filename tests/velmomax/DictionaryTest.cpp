@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 #include "Keeper.h"
-#include "core/AtomText.h"
 #include "core/Dialogs.h"
-#include "core/Objects.h"
 #include "ext_dictobj.h"
 
 #include "support/FileBytes.h"
@@ -125,7 +121,7 @@ TEST(Json, ReadsBackInAnotherParserWhateverTheValues) {
     EXPECT_EQ(json, "");
 }
 
-TEST(Json, ReportsEntriesThatAreNoAtomsAndFilesThatCannotBeWritten) {
+TEST(Json, ReportsEntriesThatAreNoAtoms) {
     const TempFolder folder;
     Keeper keeper;
     t_dictionary* const dict = dictionary_new();
@@ -137,11 +133,6 @@ TEST(Json, ReportsEntriesThatAreNoAtomsAndFilesThatCannotBeWritten) {
 
     EXPECT_FALSE(export_dictionary_json(keeper.x, reinterpret_cast<t_dictionary*>(keeper.x), folder / "b.json"));
     EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: couldnt get dict key : MAX_ERR_INVALID_PTR"});
-#ifndef _WIN32  // no disk there that is always full
-    dictionary_clear(dict);
-    EXPECT_FALSE(export_dictionary_json(keeper.x, dict, "/dev/full"));
-    EXPECT_EQ(keeper.window.Take(), Rows{"[error] keeper: couldnt write /dev/full"});
-#endif
     object_free(dict);
 }
 

@@ -1,27 +1,17 @@
-#include <gtest/gtest.h>
-
 #include "Probe.h"
-#include "hostapi/ApiObjects.h"
 
 namespace velmomax {
 namespace {
 
-/// The rows that a user's message to the object leads to.
-Rows RowsOf(Probe& probe, const std::string& message) {
-    probe.window.Take();
-    velmotest::Send(probe.x, message);
-    return probe.window.Take();
-}
-
 TEST(ServiceMessages, VersionIsTheLabelOfItsAttribute) {
     Probe probe;
-    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: Version 1.2.3 (Build now)"});
+    EXPECT_EQ(probe.Send("version"), Rows{"[post] probe~: Version 1.2.3 (Build now)"});
     // An attribute of the object itself hides its class's: first without a label, then with a number for one.
     object_addattr(probe.x, attribute_new("externalversion", gensym("symbol"), 0, nullptr, nullptr));
-    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: unknown version"});
+    EXPECT_EQ(probe.Send("version"), Rows{"[post] probe~: unknown version"});
     auto* version = static_cast<t_object*>(object_attr_get(probe.x, gensym("externalversion")));
     object_addattr_parse(version, "label", gensym("long"), 0, "3");
-    EXPECT_EQ(RowsOf(probe, "version"), Rows{"[post] probe~: unknown version"});
+    EXPECT_EQ(probe.Send("version"), Rows{"[post] probe~: unknown version"});
 }
 
 TEST(ServiceMessages, PostAttributesPostsOne) {
@@ -34,7 +24,7 @@ TEST(ServiceMessages, PostAttributesPostsOne) {
         {"postattributes a 2.", "[error] probe~: invalid message : postattributes a 2. "},
         {"postattributes broken",
          "[bug] probe~: PostValueOfAttribute : MAX_ERR_OUT_OF_MEM in object_attr_getvalueof (broken)"}};
-    for (const auto& [message, answer] : answers) EXPECT_EQ(RowsOf(probe, message), Rows{answer});
+    for (const auto& [message, answer] : answers) EXPECT_EQ(probe.Send(message), Rows{answer});
 }
 
 TEST(ServiceMessages, DspStatusTellsMutedBeforeBypassed) {
@@ -48,13 +38,13 @@ TEST(ServiceMessages, DspStatusTellsMutedBeforeBypassed) {
         probe.x->ob.mute.Store(row.mute);
         probe.x->ob.bypass.Store(row.bypass);
         probe.x->ob.ob.z_disabled = row.disabled;
-        EXPECT_EQ(RowsOf(probe, "postdspstatus"),
+        EXPECT_EQ(probe.Send("postdspstatus"),
                   (Rows{std::string("[post] probe~: dsp processing is ") + row.state, "[post] probe~: dsp is off"}));
     }
 }
 
 TEST(Instance, SharesBuffersUnlessAskedNotTo) {
-    auto* x = static_cast<probe_t*>(ObjectAlloc(ProbeClass()));
+    auto* x = static_cast<probe_t*>(ObjectAlloc(Probe::Class()));
     CreateDspInletsAndOutlets(&x->ob, 2, 0, false);
     EXPECT_EQ(x->ob.ob.z_misc, 0);
     object_free(x);

@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include "Keeper.h"
-#include "core/AtomText.h"
 
 namespace velmomax {
 namespace {

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "Probe.h"
-#include "core/AtomText.h"
 
 namespace velmomax {
 namespace {
