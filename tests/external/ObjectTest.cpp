@@ -1,6 +1,4 @@
 #include "PluginFixture.h"
-#include "core/AtomText.h"
-#include "core/Objects.h"
 #include "ext_obex.h"
 
 #include "support/DeliberateLeak.h"
@@ -92,24 +90,6 @@ TEST_F(FixNaNObject, IsNotCreatedWithoutItsChannelCount) {
     // A host that frees what a failed constructor left behind does no harm.
     object_free(object_alloc(class_findbyname(gensym("box"), className)));
     EXPECT_EQ(window.Take(), Rows{});
-}
-
-std::string State(velmohost::Box& box) {
-    const auto value = box.GetValueOf();
-    return value ? velmohost::AtomsToText(static_cast<long>(value->size()), value->data()) : "none";
-}
-
-TEST_F(FixNaNObject, StateGoesToAnotherObjectAsADictionary) {
-    const auto sender = Create("@numchannels 2 @mode givenvalue @replaceby -0.25");
-    const auto receiver = Create("@numchannels 2"), wider = Create("@numchannels 4");
-    velmohost::SetOutletListener([&](t_object*, t_outlet*, unsigned, t_symbol* s, long ac, const t_atom* av) {
-        receiver->Send(std::string(s->s_name) + " " + velmohost::AtomsToText(ac, av));
-        wider->Send(std::string(s->s_name) + " " + velmohost::AtomsToText(ac, av));
-    });
-    EXPECT_EQ(Send(*sender, "dumpdict"), Rows{"[error] tesk.fixnan~: could not dynamically change number of channels"});
-    velmohost::SetOutletListener({});
-    EXPECT_EQ(State(*receiver), "givenvalue 2 -0.25");
-    EXPECT_EQ(State(*wider), "givenvalue 4 -0.25") << "what can change does";
 }
 
 }  // namespace
