@@ -176,7 +176,14 @@ private:
         Require(preset && preset->size() == 1, "a preset is one line");
         Require(box->RecallPreset(*preset), "a preset that was stored is understood");
         CheckState();
-        Require(state.mode == before.mode && state.replaceBy == before.replaceBy, "a preset brings the state back");
+        Require(state.mode == FromPreset(before.mode) && state.replaceBy == before.replaceBy,
+                "a preset brings the state back");
+    }
+
+    /// What the host's presets make of a text: #1 to #9 stand for the arguments $1 to $9 there.
+    static std::string FromPreset(const std::string& text) {
+        const bool isArgument = text.size() == 2 && text[0] == '#' && text[1] >= '1' && text[1] <= '9';
+        return isArgument ? "$" + text.substr(1) : text;
     }
 
     static bool IsSet(t_atom_long mask, unsigned bit) { return (mask >> (bit % 63) & 1) != 0; }
