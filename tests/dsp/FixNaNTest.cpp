@@ -3,26 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <functional>
 #include <stdexcept>
 
+#include "dsp/NaNActor.h"
 #include "support/Block.h"
 
 namespace velmodsp {
 namespace {
 
 using Samples = std::vector<float>;
-
-/// What listeners heard, in order.
-struct Log : FixNaNListener {
-    explicit Log(std::vector<std::string>& entries, const char* prefix = "") : heard(entries), who(prefix) {}
-    void NaNOccured(const String& channelName) override { heard.push_back(who + channelName.Str()); }
-    std::vector<std::string>& heard;
-    std::string who;
-};
 
 Samples Repair(FixNaN& repair, Samples in, std::size_t blockSize = 1000) {
     for (std::size_t start = 0; start < in.size(); start += blockSize) {
@@ -48,10 +38,13 @@ TEST(FixNaN, HoldsTheLastFiniteSampleAcrossBlocksAndWhileAnotherModeRuns) {
 
 TEST(FixNaN, ReportsTheFirstBadSampleOnceToEveryListenerInOrder) {
     std::vector<std::string> heard;
-    Log first(heard, "first "), second(heard, "second "), third(heard, "third ");
+    const auto log = [&](const char* who) {
+        return [&heard, who](const std::string& channel) { heard.push_back(who + channel); };
+    };
+    NaNActor first(log("first ")), second(log("second ")), third(log("third "));
     FixNaN repair;
     repair.SetName("left");
-    for (FixNaNListener* listener : {&first, &third, &second, &first, static_cast<Log*>(nullptr)}) {
+    for (FixNaNListener* listener : {&first, &third, &second, &first, static_cast<NaNActor*>(nullptr)}) {
         repair.AddListener(listener);
     }
     repair.RemoveListener(&third);
@@ -68,19 +61,12 @@ TEST(FixNaN, ReportsTheFirstBadSampleOnceToEveryListenerInOrder) {
     EXPECT_EQ(heard.size(), 4u);
 }
 
-/// Does to the repairer what a test wants, in the middle of a block.
-struct Actor : FixNaNListener {
-    explicit Actor(std::function<void()> whatToDo) : act(std::move(whatToDo)) {}
-    void NaNOccured(const String&) override { act(); }
-    std::function<void()> act;
-};
-
 TEST(FixNaN, TakesWhatListenersSetFromTheirBadSampleOn) {
     for (const std::size_t first : {0u, 1u, 7u, 8u, 21u, 37u}) {
         FixNaN repair;
         repair.SetMode("givenvalue");
         float value = 0;
-        Actor setNextValue([&] {
+        NaNActor setNextValue([&](const std::string&) {
             repair.SetReplacementValue(value += 1);
             if (value < 4) repair.Rearm();
         });
@@ -97,7 +83,7 @@ TEST(FixNaN, TakesWhatListenersSetFromTheirBadSampleOn) {
 
 TEST(FixNaN, LosesNothingToAListenerThatThrows) {
     FixNaN repair;
-    Actor thrower([] { throw std::runtime_error("on purpose"); });
+    NaNActor thrower([](const std::string&) { throw std::runtime_error("on purpose"); });
     repair.AddListener(&thrower);
     Samples block(40, 0.5f);
     block[30] = 0.25f;
