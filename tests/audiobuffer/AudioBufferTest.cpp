@@ -14,15 +14,6 @@ namespace velmodsp {
 namespace {
 
 using testing::ElementsAre;
-TEST(AudioBuffer, OwnsOneBlockChannelAfterChannel) {
-    AudioBuffer buffer(3, 5, true);
-    EXPECT_EQ(buffer.GetChannel(2), buffer.GetChannel(0) + 10);
-    buffer.Resize(2, 7);
-    const float* block = buffer.GetChannel(0);
-    EXPECT_EQ(buffer.GetChannel(1), block + 7);
-    buffer.Resize(2, 7);
-    EXPECT_EQ(buffer.GetChannel(0), block);
-}
 
 TEST(AudioBuffer, EmptySizesAreValid) {
     AudioBuffer buffer(0, 0, true);

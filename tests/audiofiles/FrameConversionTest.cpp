@@ -42,22 +42,14 @@ struct Encoding {
     bool IsUnsigned() const { return size == 1 && !IsAiff(); }
 };
 
-/// The integer or the bits of the float that the `size` bytes of a sample stand for.
-std::int64_t ValueOf(const Encoding& encoding, const unsigned char* bytes) {
-    std::int64_t value = 0;
-    for (unsigned int i = encoding.size; i-- > 0;) value = value * 256 + bytes[encoding.Place(i)];
-    if (encoding.isFloat) return value;
-    const std::int64_t half = std::int64_t{1} << (8 * encoding.size - 1);
-    return encoding.IsUnsigned() ? value - half : value < half ? value : value - 2 * half;
-}
-
 Samples DecodedBy(const Encoding& encoding, const Bytes& data) {
+    const double half = std::ldexp(1.0, 8 * static_cast<int>(encoding.size) - 1);
     Samples samples;
-    for (std::size_t i = 0; i < data.size(); i += encoding.size) {
-        const std::int64_t value = ValueOf(encoding, &data[i]);
-        const double fullScale = std::ldexp(1.0, 8 * static_cast<int>(encoding.size) - 1);
-        samples.push_back(encoding.isFloat ? std::bit_cast<float>(static_cast<std::uint32_t>(value))
-                                           : static_cast<float>(static_cast<double>(value) / fullScale));
+    for (std::size_t start = 0; start < data.size(); start += encoding.size) {
+        std::uint32_t bits = 0;
+        for (unsigned int i = encoding.size; i-- > 0;) bits = bits * 256 + data[start + encoding.Place(i)];
+        const double value = encoding.IsUnsigned() ? bits - half : bits < half ? bits : bits - 2 * half;
+        samples.push_back(encoding.isFloat ? std::bit_cast<float>(bits) : static_cast<float>(value / half));
     }
     return samples;
 }
