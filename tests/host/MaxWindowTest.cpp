@@ -45,7 +45,7 @@ TEST(MaxWindow, CountsTheRowsThatAFullQueueLost) {
     EXPECT_EQ(window.Take().size(), kMaxWaitingRows);
 }
 
-TEST(MaxWindow, LosesAndMixesUpNothingAmongSeveralThreads) {
+TEST(ThreadsMaxWindow, LosesAndMixesUpNothing) {
     constexpr int kThreads = 4, kRows = 20000;
     std::vector<int> nextOf(kThreads, 0);
     std::size_t numShown = 0, numLost = 0;
