@@ -201,7 +201,6 @@ TEST_F(CommandLineTest, InfoTellsMachinesTheSame) {
     EXPECT_EQ(named(info["attributes"], "mode")["choices"], (nlohmann::json{"lastvalue", "givenvalue"}));
     EXPECT_EQ(named(info["messages"], "postattributes")["arguments"][0]["type"], "symbol");
     EXPECT_EQ(named(info["messages"], "dictionary")["types"], "symbol");
-    EXPECT_TRUE(named(info["messages"], "dsp64").is_null());
 }
 
 }  // namespace

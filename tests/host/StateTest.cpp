@@ -28,19 +28,13 @@ t_max_err GetValueOf(t_object*, long* ac, t_atom** av) {
     return MAX_ERR_GENERIC;
 }
 
-void Insert(t_object* x, const char* className) {
-    std::vector<t_atom> line = velmohost::ParseAtoms("x " + std::string(className) + " recall 1 2.5");
-    atom_setobj(line.data(), x);
-    binbuf_insert(gensym("_preset")->s_thing, nullptr, static_cast<short>(line.size()), line.data());
-}
-
 /// Puts one good line into a preset, and two that are not its own.
 void Store(t_object* x) {
-    Insert(x, "keeper");
-    Insert(x, "other");
-    t_atom number;
-    atom_setlong(&number, 7);
-    binbuf_insert(gensym("_preset")->s_thing, nullptr, 1, &number);
+    for (const char* text : {"x keeper recall 1 2.5", "x other recall 1 2.5", "7"}) {
+        std::vector<t_atom> line = velmohost::ParseAtoms(text);
+        if (text[0] == 'x') atom_setobj(line.data(), x);
+        binbuf_insert(gensym("_preset")->s_thing, nullptr, static_cast<short>(line.size()), line.data());
+    }
 }
 
 void RegisterKeeper() {
