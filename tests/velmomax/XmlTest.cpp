@@ -89,6 +89,14 @@ TEST(Xml, WrapsTheObjectsNameInItsDescriptionAlone) {
                                 " is one, and " + wrapped + wrapped + " are two\n\t</description>\n\n");
 }
 
+TEST(Xml, SplitsTheListOfRelatedObjectsAtItsCommas) {
+    Documented documented;
+    documented.Add("classseealso", "a, b,,c");
+    Rows items{"left over"};
+    MaxXmlDocumentation(documented.x).GetObjectSeeAlsoList(items);
+    EXPECT_EQ(items, (Rows{"a", "b", "", "c"}));
+}
+
 TEST(Xml, TellsOfClassesThatHoldNoDocumentation) {
     Documented documented(false);
     const TempFolder home;
