@@ -26,7 +26,7 @@ echo "== analysis"
 scripts/analyse.sh
 run release
 run asan
-run tsan --target threads_tests external_tests host_tests soak_tests
+run tsan --target threads_tests host_tests soak_tests
 run fuzz
 tests/fuzz/run.sh 20
 if command -v aarch64-linux-gnu-g++ >/dev/null && command -v qemu-aarch64 >/dev/null; then
