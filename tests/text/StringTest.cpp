@@ -29,7 +29,7 @@ TEST(String, WritesNumbersByTheLibrarysRules) {
     for (const auto& row : rows) EXPECT_EQ(row.text, row.expected);
 }
 
-TEST(String, NothingIsFoundNowhereAndReplacesByNothing) {
+TEST(String, EmptyAndMissingTextsAreFoundNowhere) {
     for (const char* nothing : {"", static_cast<const char*>(nullptr)}) {
         EXPECT_EQ(String("abc").IndexOfFirstOccurence(nothing, false), -1);
         EXPECT_EQ(String().IndexOfLastOccurence(nothing, true), -1);
