@@ -64,6 +64,44 @@ TEST(File, FindsTheHomeDirectoryInTheEnvironment) {
 #endif
 }
 
+TEST(File, TellsThePartsOfAPath) {
+    const struct {
+        const char *path, *name, *extension, *parent;
+    } rows[] = {{"/a/c.TXT", "c.TXT", ".TXT", "/a"},
+                {"/a.b/c", "c", "", "/a.b"},
+                {"/a", "a", "", "/"},
+                {"/a.tar.gz", "a.tar.gz", ".gz", "/"},
+                {"/", "", "", "/"},
+                {"~nobody-known", "~nobody-known", "", "~nobody-known"}};
+    for (const auto& row : rows) {
+        const File file(row.path);
+        EXPECT_EQ(file.GetFileName(), row.name) << row.path;
+        EXPECT_EQ(file.GetFileExtension(), row.extension) << row.path;
+        EXPECT_EQ(file.GetParentDirectory(), row.parent) << row.path;
+    }
+}
+
+TEST(File, ResolvesChildren) {
+    const File folder("/a/b");
+    EXPECT_EQ(folder.GetChildFile("c/d/"), "/a/b/c/d");
+    EXPECT_EQ(folder.GetChildFile(".././../../x"), "/x");
+    EXPECT_EQ(folder.GetChildFile(".."), "/a");
+    EXPECT_EQ(folder.GetChildFile(".../x"), "/a/b/.../x");
+    EXPECT_EQ(folder.GetChildFile("/y"), "/y");
+    EXPECT_EQ(File("/").GetChildFile("x"), "/x");
+}
+
+TEST(File, ComparesExtensions) {
+    const File aif("/s/x.aif");
+    EXPECT_TRUE(aif.HasFileExtension("wav .AIF aiff"));
+    for (const char* others : {"wav aiff", ""}) EXPECT_FALSE(aif.HasFileExtension(others)) << others;
+    EXPECT_TRUE(File("/s.d/x").HasFileExtension(""));
+    StringArray list;
+    EXPECT_FALSE(aif.HasOneOfTheseExtensions(list));
+    StringArray::SplitString(list, "wav|mp3 aif", "|");
+    EXPECT_TRUE(aif.HasOneOfTheseExtensions(list));
+}
+
 #ifdef _WIN32
 constexpr const char* nameWithBlanks = " b";  // the system drops blanks at the end
 #else

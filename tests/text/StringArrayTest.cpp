@@ -15,6 +15,24 @@ std::vector<std::string> Contents(const StringArray& array) {
     return strings;
 }
 
+TEST(StringArray, SplitsAtWholeSeparators) {
+    const struct {
+        const char *text, *separator;
+        std::vector<std::string> pieces;
+    } rows[] = {
+        {"a,b,c", ",", {"a", "b", "c"}}, {",a", ",", {"", "a"}}, {"a,,b", ",", {"a", "", "b"}},
+        {"a,b,", ",", {"a", "b"}},       {"", ",", {""}},        {",", ",", {""}},
+        {",,", ",", {"", ""}},           {"abc", "", {"abc"}},   {"a--b-c", "--", {"a", "b-c"}},
+        {"A,b", "a", {"A,b"}},
+    };
+    for (const auto& row : rows) {
+        StringArray pieces;
+        pieces.PushBack("from before");
+        StringArray::SplitString(pieces, row.text, row.separator);
+        EXPECT_EQ(Contents(pieces), row.pieces) << row.text << " at " << row.separator;
+    }
+}
+
 TEST(StringArray, SplitsItsOwnElementsAndStreams) {
     StringArray array;
     array.PushBack("a b,c");
