@@ -7,6 +7,7 @@
 
 #include "Writers.h"
 #include "support/FileSizeLimit.h"
+#include "support/OwnTrash.h"
 #include "support/Pattern.h"
 
 namespace {
@@ -38,8 +39,8 @@ TEST_F(FullDisk, AtAnyByteOfAFileIsToldAndLeavesNoHalfFile) {
 }
 
 TEST_F(FullDisk, KeepsTheFileThatWasThereBefore) {
-    const TempFolder folder, trash;
-    const ScopedVariable data("XDG_DATA_HOME", trash.Path().string());
+    const TempFolder folder;
+    const OwnTrash trash;
     for (const Writer& writer : All()) {
         if (!writer.failure.starts_with("velmohost: ")) continue;
         if (writer.name == "fixed.wav") continue;  // is refused before it comes to that

@@ -13,7 +13,7 @@
 #include "commands/RepairOutputs.h"
 #include "commands/ScanCommand.h"
 #include "commands/UsageError.h"
-#include "support/ScopedVariable.h"
+#include "support/OwnTrash.h"
 #include "support/TempFolder.h"
 
 namespace velmohost {
@@ -208,8 +208,7 @@ TEST_F(BatchTest, AllChannelsAreRepairedUpToTheObjectsMost) {
 }
 
 TEST_F(BatchTest, NothingIsLostOnTheWay) {
-    const ScopedVariable home("HOME", folder / "home"), data("XDG_DATA_HOME", std::nullopt);
-    fs::create_directories(folder / "home");
+    const OwnTrash trash;
     const Bytes bad = Wav(std::vector<float>(40000, kNaN), 1), good = Wav(std::vector<float>(40000, 0.0f), 1);
     options.files = {Write("a.wav", bad)};
     Write("a-repaired.wav", Text("mine"));

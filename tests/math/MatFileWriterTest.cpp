@@ -11,7 +11,7 @@
 #include "support/FileSizeLimit.h"
 #include "support/MatFile.h"
 #include "support/MessageOf.h"
-#include "support/ScopedVariable.h"
+#include "support/OwnTrash.h"
 #include "support/TempFolder.h"
 
 namespace velmodsp {
@@ -63,8 +63,8 @@ protected:
         }
     }
 
-    TempFolder folder, trash;
-    ScopedVariable dataHome{"XDG_DATA_HOME", trash.Path().string()};
+    TempFolder folder;
+    OwnTrash trash;
     const std::string path = folder / "new/data.mat";
     const File file{path.c_str()};
 };
@@ -107,7 +107,7 @@ TEST_F(MatFileWriting, RefusesWhatDoesNotFitTheFormatAndTouchesNothing) {
     EXPECT_EQ(MessageOf([&] { writer.Write("m", Matrix<double>(1, 1)); }), "Variable m is already in file : " + path);
     EXPECT_TRUE(writer.Write("M", Matrix<double>(1, 1)));
     EXPECT_THAT(ReadMatFile(path), ElementsAre(Field(&MatVariable::name, "m"), Field(&MatVariable::name, "M")));
-    EXPECT_EQ(ReadBytes(trash / "Trash/files/data.mat"), old);
+    EXPECT_EQ(ReadBytes(trash / "data.mat"), old);
 }
 
 TEST_F(MatFileWriting, AFailedWriteIsToldAndLeavesWholeVariables) {
